@@ -1,0 +1,52 @@
+#include "hosts/calc/close_guard.h"
+
+#include <com/sun/star/frame/TerminationVetoException.hpp>
+#include <com/sun/star/util/CloseVetoException.hpp>
+#include <cppuhelper/implbase1.hxx>
+
+#include "hosts/calc/uno_errors.h"
+#include "hosts/calc/uno_properties.h"
+
+namespace quorvel {
+
+namespace {
+
+constexpr const char* kReason = "The SMS add-in is at work.";
+
+class TerminateVeto : public cppu::WeakImplHelper1<css::frame::XTerminateListener> {
+ public:
+  void SAL_CALL queryTermination(const css::lang::EventObject& /*event*/) override {
+    throw css::frame::TerminationVetoException(rtl::OUString::createFromAscii(kReason), nullptr);
+  }
+  void SAL_CALL notifyTermination(const css::lang::EventObject& /*event*/) override {}
+  void SAL_CALL disposing(const css::lang::EventObject& /*source*/) override {}
+};
+
+class CloseVeto : public cppu::WeakImplHelper1<css::util::XCloseListener> {
+ public:
+  void SAL_CALL queryClosing(const css::lang::EventObject& /*source*/, sal_Bool /*owner*/) override {
+    throw css::util::CloseVetoException(rtl::OUString::createFromAscii(kReason), nullptr);
+  }
+  void SAL_CALL notifyClosing(const css::lang::EventObject& /*source*/) override {}
+  void SAL_CALL disposing(const css::lang::EventObject& /*source*/) override {}
+};
+
+}  // namespace
+
+CloseGuard::CloseGuard(const Context& context, const css::uno::Reference<css::uno::XInterface>& document)
+    : desktop_(CreateService<css::frame::XDesktop>(context, "com.sun.star.frame.Desktop")),
+      document_(document, css::uno::UNO_QUERY),
+      terminate_veto_(new TerminateVeto),
+      close_veto_(new CloseVeto) {
+  desktop_->addTerminateListener(terminate_veto_);
+  if (document_.is()) document_->addCloseListener(close_veto_);
+}
+
+CloseGuard::~CloseGuard() {
+  AtEntry("close guard", [this] {
+    desktop_->removeTerminateListener(terminate_veto_);
+    if (document_.is()) document_->removeCloseListener(close_veto_);
+  });
+}
+
+}  // namespace quorvel

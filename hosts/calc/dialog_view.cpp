@@ -1,0 +1,246 @@
+#include "hosts/calc/dialog_view.h"
+
+#include <com/sun/star/awt/PosSize.hpp>
+#include <com/sun/star/awt/Selection.hpp>
+#include <com/sun/star/awt/XControlModel.hpp>
+#include <com/sun/star/awt/XTextComponent.hpp>
+#include <com/sun/star/awt/XUnitConversion.hpp>
+#include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/container/XNameContainer.hpp>
+#include <com/sun/star/lang/XComponent.hpp>
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/util/MeasureUnit.hpp>
+#include <utility>
+
+#include "hosts/calc/control_models.h"
+#include "hosts/calc/uno_errors.h"
+#include "hosts/calc/uno_properties.h"
+
+namespace quorvel {
+
+namespace {
+
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+
+constexpr unsigned Bit(Property property) {
+  return 1U << static_cast<unsigned>(property);
+}
+
+// In the order in which they are written: a choice needs its items, the focus a usable control.
+constexpr Property kWritten[] = {Property::kBounds,  Property::kCaption,   Property::kEnabled,
+                                 Property::kVisible, Property::kItems,     Property::kListIndex,
+                                 Property::kText,    Property::kValue};
+
+// What the user can change of a control, to be shown again as the form has it.
+unsigned UserChanges(ControlKind kind) {
+  switch (kind) {
+    case ControlKind::kTextBox:
+      return Bit(Property::kText);
+    case ControlKind::kComboBox:
+      return Bit(Property::kListIndex);
+    case ControlKind::kCheckBox:
+    case ControlKind::kOptionButton:
+      return Bit(Property::kValue);
+    default:
+      return 0;
+  }
+}
+
+Reference<css::awt::XWindow> Window(const Reference<css::uno::XInterface>& control) {
+  return {control, UNO_QUERY_THROW};
+}
+
+}  // namespace
+
+DialogView::DialogView(const Context& context, Form& form, const Peer& owner)
+    : context_(context), form_(&form), owner_(owner), link_(std::make_shared<UserActionsLink>()) {
+  const auto model = CreateService<css::awt::XControlModel>(context, "com.sun.star.awt.UnoControlDialogModel");
+  SetProperty(model, "Title", ToUno(form.caption()));
+  SetProperty(model, "Width", sal_Int32{form.width()});
+  SetProperty(model, "Height", sal_Int32{form.height()});
+  SetProperty(model, "Closeable", true);
+  SetProperty(model, "Moveable", true);
+  dialog_ = CreateService<css::awt::XControl>(context, "com.sun.star.awt.UnoControlDialog");
+  dialog_->setModel(model);
+  AddControls();
+  Centre(owner);
+  Window(dialog_)->setVisible(false);
+  dialog_->createPeer(CreateService<css::awt::XToolkit>(context, "com.sun.star.awt.Toolkit"), owner);
+  link_->actions = this;
+  ListenToWindow(dialog_, link_);
+  for (Control* control : form.controls()) Attach(*control);
+  focus_ = form.active_control();
+  form.AttachView(this);
+}
+
+DialogView::~DialogView() {
+  if (form_ != nullptr) form_->AttachView(nullptr);
+  link_->actions = nullptr;
+  AtEntry("dialog", [this] { Reference<css::lang::XComponent>(dialog_, UNO_QUERY_THROW)->dispose(); });
+}
+
+void DialogView::AddControls() {
+  const Reference<css::lang::XMultiServiceFactory> factory(dialog_->getModel(), UNO_QUERY_THROW);
+  const Reference<css::container::XNameContainer> container(factory, UNO_QUERY_THROW);
+  int tab_index = 0;
+  for (const Control* control : form_->controls()) {
+    const rtl::OUString service = ModelService(*control);
+    if (service.isEmpty()) continue;
+    const ControlModel model(factory->createInstance(service), UNO_QUERY_THROW);
+    FillModel(*control, tab_index++, model);
+    container->insertByName(ToUno(control->name()), css::uno::Any(model));
+  }
+}
+
+void DialogView::Attach(Control& control) {
+  if (control.kind() == ControlKind::kTimer) return StartTimer(control);
+  const Reference<css::awt::XControlContainer> container(dialog_, UNO_QUERY_THROW);
+  const Reference<css::awt::XControl> shown = container->getControl(ToUno(control.name()));
+  if (!shown.is()) return;
+  controls_[&control] = shown;
+  ListenTo(shown, control, link_);
+}
+
+// The model's position counts from the owner's client area.
+void DialogView::Centre(const Peer& owner) {
+  const css::awt::Rectangle area = Window(owner)->getPosSize();
+  const Reference<css::awt::XUnitConversion> units(owner, UNO_QUERY_THROW);
+  const css::awt::Size size =
+      units->convertSizeToLogic({area.Width, area.Height}, css::util::MeasureUnit::APPFONT);
+  SetProperty(dialog_->getModel(), "PositionX", (size.Width - form_->width()) / 2);
+  SetProperty(dialog_->getModel(), "PositionY", (size.Height - form_->height()) / 2);
+}
+
+void DialogView::Show() {
+  modeless_ = true;
+  Window(owner_)->setEnable(false);
+  Window(dialog_)->setVisible(true);
+}
+
+void DialogView::Run() {
+  const Reference<css::awt::XDialog> dialog(dialog_, UNO_QUERY_THROW);
+  running_ = true;
+  while (form_ != nullptr) {
+    acted_ = false;
+    opened_ = false;
+    Flush();
+    dialog->execute();
+    // Without a display a dialog returns at once, unseen: the form must not wait for anybody.
+    if (form_ != nullptr && !acted_) form_->Unload();
+  }
+  running_ = false;
+}
+
+DialogView::Peer DialogView::peer() const {
+  return dialog_->getPeer();
+}
+
+void DialogView::SetPointer(const Reference<css::awt::XPointer>& pointer) {
+  peer()->setPointer(pointer);
+}
+
+Reference<css::awt::XControl> DialogView::Find(const Control& control) const {
+  const auto found = controls_.find(&control);
+  return found == controls_.end() ? Reference<css::awt::XControl>() : found->second;
+}
+
+void DialogView::ControlChanged(const Control& control, Property property) {
+  if (property == Property::kTimer) return StartTimer(control);
+  changes_[&control] |= Bit(property);
+  if (control.kind() != ControlKind::kFrame) return;
+  for (const Control* inside : form_->controls()) {
+    if (inside->frame() == &control) changes_[inside] |= Bit(property);
+  }
+}
+
+void DialogView::FocusMoved(const Control& control) {
+  focus_ = &control;
+}
+
+void DialogView::Closed() {
+  form_ = nullptr;
+  link_->actions = nullptr;
+  timers_.clear();
+  changes_.clear();
+  focus_ = nullptr;
+  AtEntry("dialog", [this] {
+    if (modeless_) {
+      Window(dialog_)->setVisible(false);
+      Window(owner_)->setEnable(true);
+    } else {
+      Reference<css::awt::XDialog>(dialog_, UNO_QUERY_THROW)->endExecute();
+    }
+  });
+}
+
+void DialogView::StartTimer(const Control& control) {
+  auto& timer = static_cast<Timer&>(*form_->Find(control.name()));
+  timers_.erase(&control);
+  if (timer.interval() <= 0) return;
+  const auto tick = [this, &timer] { Act(nullptr, [&timer] { timer.Tick(); }); };
+  timers_[&control] =
+      std::make_unique<MainThreadTimer>(context_, std::chrono::milliseconds(timer.interval()), tick);
+}
+
+void DialogView::Flush() {
+  if (form_ == nullptr || changes_.empty()) return WriteFocus();
+  writing_ = true;
+  AtEntry("dialog", [this] {
+    for (const auto& [control, properties] : std::exchange(changes_, {})) Write(*control, properties);
+  });
+  writing_ = false;
+  WriteFocus();
+}
+
+void DialogView::Write(const Control& control, Properties properties) {
+  const Reference<css::awt::XControl> shown = Find(control);
+  if (!shown.is()) return;
+  const ControlModel model(shown->getModel(), UNO_QUERY_THROW);
+  for (const Property property : kWritten) {
+    if ((properties & Bit(property)) != 0) UpdateModel(control, property, model);
+  }
+  if ((properties & Bit(Property::kSelectAll)) != 0) {
+    const Reference<css::awt::XTextComponent> text(shown, UNO_QUERY_THROW);
+    text->setSelection({0, text->getText().getLength()});
+  }
+}
+
+// A window that is not open yet cannot take the focus; the wish is kept until it is.
+void DialogView::WriteFocus() {
+  if (form_ == nullptr || focus_ == nullptr || !opened_) return;
+  const Reference<css::awt::XControl> shown = Find(*std::exchange(focus_, nullptr));
+  if (!shown.is()) return;
+  AtEntry("focus", [&shown] { Window(shown)->setFocus(); });
+}
+
+void DialogView::Act(Control* control, const std::function<void()>& action) {
+  if (form_ == nullptr || writing_) return;
+  acted_ = true;
+  if (handling_) {
+    if (control != nullptr) changes_[control] |= UserChanges(control->kind());
+    return;
+  }
+  handling_ = true;
+  AtEntry("form", action);
+  handling_ = false;
+  Flush();
+}
+
+void DialogView::Focused(Control& control) {
+  if (form_ == nullptr || writing_ || handling_ || focus_ != nullptr) return;
+  Act(&control, [&control] { control.UserFocus(); });
+}
+
+void DialogView::CloseAsked() {
+  if (handling_) return;
+  Act(nullptr, [this] { form_->UserClose(); });
+}
+
+void DialogView::Opened() {
+  opened_ = true;
+  WriteFocus();
+}
+
+}  // namespace quorvel

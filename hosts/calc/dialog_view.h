@@ -1,0 +1,80 @@
+#pragma once
+
+#include <com/sun/star/awt/XControl.hpp>
+#include <com/sun/star/awt/XControlContainer.hpp>
+#include <com/sun/star/awt/XDialog.hpp>
+#include <com/sun/star/awt/XPointer.hpp>
+#include <com/sun/star/awt/XToolkit.hpp>
+#include <com/sun/star/awt/XWindowPeer.hpp>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "hosts/calc/control_listener.h"
+#include "hosts/calc/main_thread.h"
+#include "platform/form.h"
+
+namespace quorvel {
+
+// One form in a dialog of the application. Changes of the form are kept until Flush and then written at once;
+// what the user does raises the form's events, one at a time: while an event handler lets other events run,
+// the user's doings on this form are undone instead, so that nothing is pressed twice.
+class DialogView : public FormView, private UserActions {
+ public:
+  using Peer = css::uno::Reference<css::awt::XWindowPeer>;
+
+  // Builds the dialog, hidden, over `owner` and centred on it; `form` is loaded.
+  DialogView(const Context& context, Form& form, const Peer& owner);
+  DialogView(const DialogView&) = delete;
+  DialogView& operator=(const DialogView&) = delete;
+  ~DialogView() override;
+
+  // Shows it and disables the owner until it is closed.
+  void Show();
+  // Shows it modally; returns when the form is unloaded.
+  void Run();
+  void Flush();
+
+  [[nodiscard]] Peer peer() const;
+  [[nodiscard]] bool closed() const { return form_ == nullptr; }
+  [[nodiscard]] bool running() const { return running_; }
+  void SetPointer(const css::uno::Reference<css::awt::XPointer>& pointer);
+
+ private:
+  using Properties = unsigned;  // a bit for each Property
+
+  void ControlChanged(const Control& control, Property property) override;
+  void FocusMoved(const Control& control) override;
+  void Closed() override;
+
+  void Act(Control* control, const std::function<void()>& action) override;
+  void Focused(Control& control) override;
+  void CloseAsked() override;
+  void Opened() override;
+
+  void AddControls();
+  void Attach(Control& control);
+  void Centre(const Peer& owner);
+  void Write(const Control& control, Properties properties);
+  void WriteFocus();
+  void StartTimer(const Control& control);
+  [[nodiscard]] css::uno::Reference<css::awt::XControl> Find(const Control& control) const;
+
+  Context context_;
+  Form* form_;
+  Peer owner_;
+  css::uno::Reference<css::awt::XControl> dialog_;
+  std::shared_ptr<UserActionsLink> link_;
+  std::map<const Control*, css::uno::Reference<css::awt::XControl>> controls_;
+  std::map<const Control*, Properties> changes_;
+  std::map<const Control*, std::unique_ptr<MainThreadTimer>> timers_;
+  const Control* focus_ = nullptr;  // to be moved there
+  bool modeless_ = false;
+  bool running_ = false;
+  bool opened_ = false;
+  bool writing_ = false;   // the toolkit's events are echoes
+  bool handling_ = false;  // an event handler of the form runs
+  bool acted_ = false;     // the user did something since the dialog was last run
+};
+
+}  // namespace quorvel

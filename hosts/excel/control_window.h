@@ -1,0 +1,46 @@
+#pragma once
+
+#include "hosts/excel/dialog_metrics.h"
+#include "hosts/excel/win32.h"
+#include "platform/control.h"
+
+namespace quorvel {
+
+// The native window of one control, a child of its form's dialog. The dialog owns the window.
+class ControlWindow {
+ public:
+  // `id` is the window's control id. A timer gets no window.
+  ControlWindow(Control& control, HWND dialog, int id);
+
+  [[nodiscard]] Control& control() const { return *control_; }
+  [[nodiscard]] HWND handle() const { return handle_; }
+  // Whether the user reads or writes several lines here.
+  [[nodiscard]] bool HasLines() const;
+
+  // Font, place and icon at a resolution.
+  void Place(const DialogMetrics& metrics);
+  // Shows and enables the window as the control and its frame say.
+  void ShowState() const;
+  // Whether the control has that property, and something that shows it.
+  [[nodiscard]] bool CanShow(Property property) const;
+  // Makes the window show this property of the control; CanShow(property).
+  void Show(Property property, const DialogMetrics& metrics);
+  // The text that the user has put into the window.
+  [[nodiscard]] Text ReadText() const;
+
+ private:
+  void ShowCaption() const;
+  void ShowText() const;
+  void ShowValue() const;
+  void ShowItems(const DialogMetrics& metrics) const;
+  void ShowListIndex() const;
+  void ShowTimer() const;
+  void ShowScrollBar() const;
+
+  Control* control_;
+  HWND dialog_;
+  int id_;
+  HWND handle_ = nullptr;
+};
+
+}  // namespace quorvel

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <initializer_list>
+#include <string_view>
+
+#include "hosts/excel/com_ptr.h"
+#include "hosts/excel/variant.h"
+
+namespace quorvel {
+
+// A late-bound object of the host: its members are called by name, as a macro would call them, with arguments
+// in the order of the object model's documentation. Every failure is a RuntimeError (automation_error.h); so
+// is any call on Nothing (91).
+class AutomationObject {
+ public:
+  using Arguments = std::initializer_list<Variant>;
+
+  AutomationObject() = default;
+  explicit AutomationObject(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+
+  [[nodiscard]] Variant Get(std::wstring_view member, Arguments arguments = {}) const;
+  // The object that a property holds or a function returns; may be Nothing.
+  [[nodiscard]] AutomationObject GetChild(std::wstring_view member, Arguments arguments = {}) const;
+  void Put(std::wstring_view member, const Variant& value) const;
+  Variant Call(std::wstring_view member, Arguments arguments = {}) const;
+
+  [[nodiscard]] bool Has(std::wstring_view member) const;
+  [[nodiscard]] bool IsNothing() const { return !object_; }
+  [[nodiscard]] const ComPtr<IDispatch>& get() const { return object_; }
+
+ private:
+  [[nodiscard]] DISPID Find(std::wstring_view member) const;
+  Variant Invoke(std::wstring_view member, WORD kind, DISPPARAMS& parameters) const;
+  Variant InvokeWith(std::wstring_view member, WORD kind, Arguments arguments) const;
+
+  ComPtr<IDispatch> object_;
+};
+
+}  // namespace quorvel
