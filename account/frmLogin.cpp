@@ -140,10 +140,10 @@ void frmLogin::RememberAccount() {
   Session& session = context_.session;
   session.UserName = Trim(txtUserName.text());
   session.Password = Trim(txtPasswd.text());
-  session.LoggedIn = true;
   context_.settings.Write(kClientUserNameSetting, session.UserName);
   context_.settings.Write(kClientCrnSetting, txtCRN.text());
   context_.settings.Write(kServerUrlSetting, session.ServerHost);
+  session.LoggedIn = true;
 }
 
 frmLogin::Next frmLogin::AskForProxy() {

@@ -50,7 +50,8 @@ bool frmProxySettings::CheckProxy() {
 }
 
 void frmProxySettings::cmdOk_Click() {
-  const bool named = cboProxyType.list_index() == kNamedProxyIndex;
+  const int index = cboProxyType.list_index();
+  const bool named = index == kNamedProxyIndex;
   if (named && !CheckProxy()) return;
   const BusyPointer busy(context_.platform.forms);
   Session& session = context_.session;
@@ -61,8 +62,8 @@ void frmProxySettings::cmdOk_Click() {
     session.ProxyPort = port;
     session.ProxyUserName = Trim(txtUserName.text());
     session.ProxyUserPWD = Trim(txtPassword.text());
-  } else {
-    session.ProxyType = static_cast<std::int16_t>(cboProxyType.list_index());
+  } else if (index >= 0) {
+    session.ProxyType = static_cast<std::int16_t>(index);
     session.ProxyName.clear();
     session.ProxyPort = 0;
     session.ProxyUserName.clear();

@@ -106,9 +106,13 @@ void Connect::Run(const std::function<void()>& command) {
   if (session_.LoggedIn) RunHandler(platform_.forms, [this] { ShowLoggedIn(); });
 }
 
+void Connect::SetMenuEnabled(std::size_t place, bool enabled) {
+  if (place < menu_buttons_.size() && menu_buttons_[place]) menu_buttons_[place]->SetEnabled(enabled);
+}
+
 void Connect::ShowLoggedIn() {
   for (std::size_t place = 0; place < menu_buttons_.size(); ++place) {
-    if (menu_buttons_[place]) menu_buttons_[place]->SetEnabled(place != kLoginPlace);
+    SetMenuEnabled(place, place != kLoginPlace);
   }
 }
 
@@ -145,10 +149,8 @@ void Connect::Login() {
 void Connect::Logout() {
   Run([this] {
     ForgetCredentials(session_);
-    if (menu_buttons_.size() > kLogoutPlace) {
-      menu_buttons_[kLoginPlace]->SetEnabled(true);
-      menu_buttons_[kLogoutPlace]->SetEnabled(false);
-    }
+    SetMenuEnabled(kLoginPlace, true);
+    SetMenuEnabled(kLogoutPlace, false);
     ShowAlert(platform_.forms, u"Logged out successfully", kInformation, u"S M S");
   });
 }
@@ -166,7 +168,9 @@ void Connect::DeliveryReport() {
 
 void Connect::GetBalance() {
   Run([this] {
-    if (EnsureLoggedIn(context_)) quorvel::GetBalance(context_);
+    if (!EnsureLoggedIn(context_)) return;
+    ShowLoggedIn();
+    quorvel::GetBalance(context_);
   });
 }
 

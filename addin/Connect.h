@@ -41,8 +41,11 @@ class Connect {
   void GetModes();
 
   [[nodiscard]] const Session& session() const { return session_; }
-  // Ends or begins a session without the gateway, for hosts that only compose.
-  void set_logged_in(bool logged_in) { session_.LoggedIn = logged_in; }
+  // Begins a session of that user without the gateway, for hosts that only compose.
+  void BeginSession(TextView user) {
+    session_.UserName = user;
+    session_.LoggedIn = true;
+  }
 
  private:
   struct Button {
@@ -57,6 +60,8 @@ class Connect {
   // Runs one command to its end, whatever goes wrong.
   void Run(const std::function<void()>& command);
   [[nodiscard]] bool HasWorkbook() const;
+  // Without effect on a button that the host refused to make.
+  void SetMenuEnabled(std::size_t place, bool enabled);
   // The controls that follow the login.
   void ShowLoggedIn();
 

@@ -18,6 +18,8 @@ endfunction()
 # Compiler options every target shares.
 add_library(quorvel_options INTERFACE)
 target_compile_options(quorvel_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+# GCC 12 sees an overlap in string concatenation that is none (its bug 105329).
+target_compile_options(quorvel_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(QUORVEL_WERROR)
   target_compile_options(quorvel_options INTERFACE -Werror)
 endif()

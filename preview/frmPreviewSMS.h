@@ -30,8 +30,8 @@ class frmPreviewSMS : public Form {
   Label lblTotal2{*this, "lblTotal2", {160, 150, 74, 10}, u"Of SMS Charged ="};
   Label label_Total_SMSs{*this, "label_Total_SMSs", {236, 150, 34, 10}};
   Button cmdPrevious{*this, "cmdPrevious", {10, 200, 74, 18}, u"<< Previous SMS"};
-  Button cmdNext{*this, "cmdNext", {88, 200, 62, 18}, u"&Next SMS >>"};
-  Button cmdContinueSMS{*this, "cmdContinueSMS", {156, 200, 56, 18}, u"&Send SMS", Button::Role::kDefault};
+  Button cmdNext{*this, "cmdNext", {88, 200, 62, 18}, u"Next SMS >>"};
+  Button cmdContinueSMS{*this, "cmdContinueSMS", {156, 200, 56, 18}, u"Send SMS", Button::Role::kDefault};
   Button cmdCancel{*this, "cmdCancel", {216, 200, 54, 18}, u"Cancel", Button::Role::kCancel};
 
  protected:

@@ -17,7 +17,7 @@ using css::uno::UNO_QUERY_THROW;
 
 ColumnBlock::ColumnBlock(const Reference<css::sheet::XSpreadsheet>& sheet, CellReader& reader,
                          std::int32_t column, std::int32_t first_row, std::int32_t rows)
-    : reader_(reader), first_row_(first_row) {
+    : reader_(&reader), first_row_(first_row) {
   const Reference<css::table::XCellRange> range =
       sheet->getCellRangeByPosition(column, first_row, column, first_row + rows - 1);
   cells_ = Reference<css::sheet::XCellRangeData>(range, UNO_QUERY_THROW)->getDataArray();
@@ -41,7 +41,7 @@ std::optional<CellValue> ColumnBlock::Value(std::int32_t row) const {
   }
   double number = 0;
   if (formulas_ || !kind_ || !(cell >>= number)) return std::nullopt;
-  return reader_.Number(number, kind_->shape);
+  return reader_->Number(number, kind_->shape);
 }
 
 std::optional<Text> ColumnBlock::CellText(std::int32_t row) const {

@@ -28,7 +28,7 @@ class ColumnBlock {
  private:
   [[nodiscard]] const css::uno::Any& Cell(std::int32_t row) const;
 
-  CellReader& reader_;
+  CellReader* reader_;
   std::int32_t first_row_;
   css::uno::Sequence<css::uno::Sequence<css::uno::Any>> cells_;
   std::optional<NumberKind> kind_;  // of all the cells alike

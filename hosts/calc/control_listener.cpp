@@ -10,6 +10,7 @@
 #include <com/sun/star/awt/XWindow.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/implbase5.hxx>
+#include <rtl/ref.hxx>
 
 #include "hosts/calc/control_models.h"
 #include "hosts/calc/uno_errors.h"

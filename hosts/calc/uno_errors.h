@@ -15,7 +15,7 @@ inline constexpr int kApplicationError = 1004;
 
 // `call()`; what the application throws becomes a RuntimeError 1004 with the application's reason.
 template <typename Call>
-auto AskingCalc(const Call& call) {
+decltype(auto) AskingCalc(const Call& call) {
   try {
     return call();
   } catch (const css::uno::Exception& error) {

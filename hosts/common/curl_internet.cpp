@@ -63,7 +63,8 @@ std::size_t WriteReply(char* bytes, std::size_t, std::size_t size, void* target)
 // Notes in the bool `ended` whether the answer's head has come to its end.
 std::size_t NoteHeadLine(char* bytes, std::size_t, std::size_t size, void* ended) {
   const std::string_view line(bytes, size);
-  *static_cast<bool*>(ended) = line == "\r\n" || line == "\n";
+  if (line.starts_with("HTTP/")) *static_cast<bool*>(ended) = false;
+  if (line == "\r\n" || line == "\n") *static_cast<bool*>(ended) = true;
   return size;
 }
 

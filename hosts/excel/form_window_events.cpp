@@ -1,5 +1,7 @@
 // The user's half of FormWindow: window messages become the form's events.
 
+#include <utility>
+
 #include "hosts/excel/form_window.h"
 #include "hosts/excel/theme_scope.h"
 

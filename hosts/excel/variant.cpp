@@ -14,7 +14,8 @@ constexpr LCID kEnglish = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US),
 
 Variant Converted(const VARIANT& value, VARTYPE type) {
   Variant converted;
-  ThrowIfFailed(VariantChangeTypeEx(converted.Receive(), &value, kEnglish, VARIANT_ALPHABOOL, type));
+  ThrowIfFailed(VariantChangeTypeEx(converted.Receive(), const_cast<VARIANT*>(&value), kEnglish,
+                                    VARIANT_ALPHABOOL, type));
   return converted;
 }
 
@@ -56,7 +57,7 @@ Variant::Variant(const ComPtr<IDispatch>& object) : Variant() {
 }
 
 Variant::Variant(const VARIANT& value) : Variant() {
-  ThrowIfFailed(VariantCopyInd(&value_, &value));
+  ThrowIfFailed(VariantCopyInd(&value_, const_cast<VARIANT*>(&value)));
 }
 
 Variant Variant::Missing() {

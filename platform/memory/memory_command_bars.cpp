@@ -72,7 +72,8 @@ class ControlHandle : public BarControl {
 };
 
 std::unique_ptr<BarControl> ControlsHandle::Add(const NewBarControl& control) {
-  if (control.before < 0 || control.before > Count()) throw InvalidCall();
+  constexpr int kFirst = 1;  // also on an empty popup, where it is the end
+  if (control.before < 0 || control.before > std::max(Count(), kFirst)) throw InvalidCall();
   const auto at = control.before == 0 ? nodes_.end() : nodes_.begin() + (control.before - 1);
   auto node = std::make_shared<MemoryBarControl>();
   node->type = control.type;

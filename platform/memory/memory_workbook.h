@@ -77,6 +77,8 @@ class MemoryApplication : public Application {
   // In place of the one that was open.
   MemoryWorkbook& OpenWorkbook(TextView first_sheet = u"Sheet1");
   void CloseWorkbook() { workbook_.reset(); }
+  // Null when none is open.
+  [[nodiscard]] MemoryWorkbook* workbook() { return workbook_ ? &*workbook_ : nullptr; }
   [[nodiscard]] MemoryCommandBars& bars() { return bars_; }
 
   [[nodiscard]] std::unique_ptr<Workbook> ActiveWorkbook() override;

@@ -18,7 +18,7 @@ TEST(MemoryCommandBars, ControlsStandWhereTheyWereInserted) {
   const auto menu_bar = bars.MenuBar();
   BarControls& controls = menu_bar->Controls();
   const auto menu = AddCaptioned(controls, u"&SMS", {BarControlType::kPopup, controls.Count()});
-  const auto second = AddCaptioned(menu->Children(), u"Second", {BarControlType::kButton, 0});
+  const auto second = AddCaptioned(menu->Children(), u"Second", {BarControlType::kButton, 1});
   const auto first = AddCaptioned(menu->Children(), u"First", {BarControlType::kButton, 1});
 
   ASSERT_EQ(bars.menu_bar().controls.size(), 3U);
