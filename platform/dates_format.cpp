@@ -39,9 +39,9 @@ struct Piece {
 
 struct Symbol {
   char16_t letter;
-  std::size_t count;
+  unsigned count;
   Field field;
-  std::size_t digits;
+  unsigned digits;
 };
 
 constexpr Symbol kSymbols[] = {

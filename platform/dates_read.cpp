@@ -139,8 +139,8 @@ bool ReadTime(Items items, DateParts& parts) {
 // count of numbers, without and with a month by name. A day left out is the first, a year left out the
 // current one.
 struct Orders {
-  std::size_t count;
-  bool has_name;
+  std::size_t count = 0;
+  bool has_name = false;
   std::array<std::string_view, 4> tried;
 };
 

@@ -81,7 +81,7 @@ void AppendUtf8(std::string& bytes, char32_t code_point) {
 struct Lead {
   unsigned char first;
   unsigned char last;
-  int following;
+  unsigned char following;
   unsigned char least;
   unsigned char most;
 };
@@ -106,7 +106,7 @@ char32_t TakeCodePoint(std::string_view& bytes) {
   if (lead->following == 0) return first;
   unsigned least = lead->least;
   unsigned most = lead->most;
-  char32_t code_point = first & (0x3FU >> static_cast<unsigned>(lead->following));
+  char32_t code_point = first & (0x3FU >> lead->following);
   for (int left = lead->following; left > 0; --left) {
     if (bytes.empty()) return kReplacement;
     const auto next = static_cast<unsigned char>(bytes.front());

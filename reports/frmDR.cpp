@@ -31,16 +31,16 @@ constexpr std::array kReportMessages = {
     CodeMessage{kErrorCode, u"Error occured while retrieving delivery report"},
 };
 
-// Out of the user's reach while a click is at work: the host's events run meanwhile.
-class Disabler {
+// Raises a flag while it lives.
+class FlagRaiser {
  public:
-  explicit Disabler(Control& control) : control_(control) { control_.set_enabled(false); }
-  Disabler(const Disabler&) = delete;
-  Disabler& operator=(const Disabler&) = delete;
-  ~Disabler() { control_.set_enabled(true); }
+  explicit FlagRaiser(bool& flag) : flag_(flag) { flag_ = true; }
+  FlagRaiser(const FlagRaiser&) = delete;
+  FlagRaiser& operator=(const FlagRaiser&) = delete;
+  ~FlagRaiser() { flag_ = false; }
 
  private:
-  Control& control_;
+  bool& flag_;
 };
 
 // An envelope that was opened and never closed.
@@ -112,7 +112,8 @@ Date frmDR::ReadDate(const DateLists& lists) {
 }
 
 void frmDR::cmdGet_Click() {
-  const Disabler once(cmdGet);
+  if (busy_) return;
+  const FlagRaiser busy(busy_);
   outcome_ = ReportOutcome::kNotFetched;
   if (!EnsureLoggedIn(context_)) return;
   const auto workbook = context_.platform.application.ActiveWorkbook();

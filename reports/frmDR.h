@@ -78,6 +78,7 @@ class frmDR : public Form {
   void Alert(TextView message, int style);
 
   const AddInContext& context_;
+  bool busy_ = false;  // a click is at work, and the host's events run meanwhile
   ReportOutcome outcome_ = ReportOutcome::kNotFetched;
 };
 

@@ -272,6 +272,19 @@ std::string SystemReason() {
   return std::strerror(errno);
 }
 
+// Gives the file its permissions before anything is in it: it holds passwords.
+std::optional<std::string> WriteFile(const fs::path& file, fs::perms permissions, std::string_view text) {
+  std::ofstream out(file, std::ios::binary | std::ios::trunc);
+  if (!out) return SystemReason();
+  std::error_code error;
+  fs::permissions(file, permissions, error);
+  if (error) return error.message();
+  out << text;
+  out.close();
+  if (!out) return SystemReason();
+  return std::nullopt;
+}
+
 DataError SyntaxError(std::string_view json, const nlohmann::json::parse_error& error) {
   const std::string_view before = json.substr(0, error.byte > 0 ? error.byte - 1 : 0);
   const auto line = std::ranges::count(before, '\n') + 1;
@@ -312,14 +325,12 @@ std::optional<std::string> SaveData(const fs::path& file, const Data& data) {
   std::error_code error;
   const fs::path target = fs::canonical(file, error);
   if (error) return error.message();
+  const fs::perms permissions = fs::status(target, error).permissions();
+  if (error) return error.message();
   const fs::path fresh = target.string() + ".new";
-  {
-    std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
-    // Before anything is in it: it holds passwords.
-    fs::permissions(fresh, fs::status(target).permissions(), error);
-    out << DumpData(data);
-    out.close();
-    if (!out) return "cannot write " + fresh.string() + ": " + SystemReason();
+  if (const auto reason = WriteFile(fresh, permissions, DumpData(data))) {
+    fs::remove(fresh, error);
+    return "cannot write " + fresh.string() + ": " + *reason;
   }
   fs::rename(fresh, target, error);
   if (error) return error.message();

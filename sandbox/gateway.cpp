@@ -26,16 +26,17 @@ constexpr std::string_view kBlockedAtLogin = "004";
 constexpr std::string_view kBadParameters = "005";
 constexpr std::string_view kBlocked = "0110";
 
-constexpr std::size_t kRecordedBytes = 64 * 1024;
+constexpr std::size_t kRecordedBytes = std::size_t{64} * 1024;
 constexpr std::size_t kGarbageBytes = 512;
-constexpr std::size_t kMegabyte = 1024 * 1024;
+constexpr std::size_t kMegabyte = std::size_t{1024} * 1024;
+
+constexpr std::string_view kScheme = "http://";
 
 // How the account password arrives.
 enum class PasswordForm { kNone, kPlain, kScrambled, kEither };
 
 // "/path" of "/path" and "http://host/path", without a query.
 std::string_view PathOf(std::string_view target) {
-  constexpr std::string_view kScheme = "http://";
   if (target.starts_with(kScheme)) {
     target.remove_prefix(kScheme.size());
     target.remove_prefix(std::min(target.find('/'), target.size()));
@@ -97,7 +98,7 @@ struct Gateway::Endpoint {
 struct Gateway::Call {
   const Endpoint& endpoint;
   Form form;
-  Account* account;  // of the user who asks; none where no password is needed
+  Account* account = nullptr;  // of the user who asks; none where no password is needed
 };
 
 const std::vector<Gateway::Endpoint>& Gateway::Endpoints() {
@@ -162,9 +163,9 @@ Answer Gateway::HandleEndpoint(const Endpoint& endpoint, const Request& request)
 }
 
 std::string Gateway::Dispatch(const Endpoint& endpoint, const std::string& body) {
-  Call call{endpoint, Form(body), nullptr};
+  Call call{endpoint, Form(body)};
   if (endpoint.password != PasswordForm::kNone) {
-    const std::string refusal = Authenticate(call);
+    std::string refusal = Authenticate(call);
     if (!refusal.empty()) return refusal;
   }
   return (this->*endpoint.handle)(call);

@@ -10,8 +10,8 @@
 #include <boost/beast/core/string.hpp>
 #include <boost/beast/http.hpp>
 #include <cstdint>
-#include <limits>
 #include <mutex>
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
@@ -28,13 +28,18 @@ using tcp = asio::ip::tcp;
 
 constexpr unsigned short kFirstFreePort = 20000;
 constexpr unsigned short kLastFreePort = 32767;
+constexpr unsigned kFreePorts = kLastFreePort - kFirstFreePort + 1;
+
+// Out of reach of a job of a million rows, which is about 100 MB.
+constexpr std::uint64_t kBodyLimit = std::uint64_t{4} * 1024 * 1024 * 1024;
+
+constexpr std::string_view kScheme = "http://";
 
 using HttpRequest = http::request<http::string_body>;
 using HttpResponse = http::response<http::string_body>;
 
 // The host that was asked for: of a proxy it is part of the target.
 std::string HostOf(const HttpRequest& message) {
-  constexpr std::string_view kScheme = "http://";
   const std::string_view target(message.target().data(), message.target().size());
   if (!target.starts_with(kScheme)) return std::string(message[http::field::host]);
   const std::string_view rest = target.substr(kScheme.size());
@@ -68,6 +73,40 @@ struct HttpServer::Connection {
     socket.close(error);
   }
 
+  // Nothing when the connection ends first or sends no HTTP.
+  std::optional<HttpRequest> ReadRequest() {
+    error_code error;
+    http::request_parser<http::string_body> parser;
+    parser.body_limit(kBodyLimit);
+    http::read_header(socket, buffer, parser, error);
+    if (error) return std::nullopt;
+    if (boost::beast::iequals(parser.get()[http::field::expect], "100-continue")) {
+      asio::write(socket, asio::buffer(std::string_view("HTTP/1.1 100 Continue\r\n\r\n")), error);
+    }
+    if (!error) http::read(socket, buffer, parser, error);
+    if (error) return std::nullopt;
+    return parser.release();
+  }
+
+  struct Pace {
+    std::size_t body_bytes;  // to send of the body; its whole length is announced
+    std::size_t step;        // bytes at a time
+    std::chrono::milliseconds pause;
+  };
+
+  // Whether all of that was sent.
+  bool Write(HttpResponse& response, const Pace& pace) {
+    error_code error;
+    http::response_serializer<http::string_body> serializer(response);
+    http::write_header(socket, serializer, error);
+    for (std::size_t at = 0; at < pace.body_bytes && !error; at += pace.step) {
+      std::this_thread::sleep_for(pace.pause);
+      const std::size_t step = std::min(pace.step, pace.body_bytes - at);
+      asio::write(socket, asio::buffer(response.body().data() + at, step), error);
+    }
+    return !error;
+  }
+
   tcp::socket socket;
   std::mutex closing;
   boost::beast::flat_buffer buffer;
@@ -96,11 +135,11 @@ void HttpServer::Listen(unsigned short port) {
   if (port != 0) {
     acceptor_.bind({address, port});
   } else {
-    constexpr unsigned kPorts = kLastFreePort - kFirstFreePort + 1;
-    const unsigned start = std::random_device()() % kPorts;
+    const unsigned start = std::random_device()() % kFreePorts;
     error_code error = asio::error::address_in_use;
-    for (unsigned i = 0; i < kPorts && error == asio::error::address_in_use; ++i) {
-      acceptor_.bind({address, static_cast<unsigned short>(kFirstFreePort + (start + i) % kPorts)}, error);
+    for (unsigned i = 0; i < kFreePorts && error == asio::error::address_in_use; ++i) {
+      acceptor_.bind({address, static_cast<unsigned short>(kFirstFreePort + (start + i) % kFreePorts)},
+                     error);
     }
     if (error) throw boost::system::system_error(error);
   }
@@ -156,37 +195,20 @@ void HttpServer::Serve(Connection& connection) {
 
 // One request and its answer; false when the connection is at its end.
 bool HttpServer::Exchange(Connection& connection) {
-  tcp::socket& socket = connection.socket;
-  error_code error;
-  http::request_parser<http::string_body> parser;
-  parser.body_limit(std::numeric_limits<std::uint64_t>::max());  // a job of a million rows is one body
-  http::read_header(socket, connection.buffer, parser, error);
-  if (error) return false;
-  if (boost::beast::iequals(parser.get()[http::field::expect], "100-continue")) {
-    asio::write(socket, asio::buffer(std::string_view("HTTP/1.1 100 Continue\r\n\r\n")), error);
-  }
-  http::read(socket, connection.buffer, parser, error);
-  if (error) return false;
-
-  HttpRequest message = parser.release();
-  Request request{std::string(message.method_string()), std::string(message.target()), HostOf(message),
-                  std::move(message.body())};
-  Answer answer = gateway_.Handle(std::move(request));
+  auto message = connection.ReadRequest();
+  if (!message) return false;
+  Answer answer = gateway_.Handle({std::string(message->method_string()), std::string(message->target()),
+                                   HostOf(*message), std::move(message->body())});
   const Delivery delivery = answer.delivery;
   if (delivery == Delivery::kNothing) return false;
-
-  HttpResponse response = MakeResponse(message, answer);
-  http::response_serializer<http::string_body> serializer(response);
-  http::write_header(socket, serializer, error);
-  const std::string& body = response.body();
-  const std::size_t sent = delivery == Delivery::kHalf ? body.size() / 2 : body.size();
-  const std::size_t step = delivery == Delivery::kSlow ? 1 : std::max<std::size_t>(sent, 1);
-  for (std::size_t at = 0; at < sent && !error; at += step) {
-    if (delivery == Delivery::kSlow) std::this_thread::sleep_for(pause_between_slow_bytes_);
-    asio::write(socket, asio::buffer(body.data() + at, step), error);
-  }
+  HttpResponse response = MakeResponse(*message, answer);
+  const auto pause = delivery == Delivery::kSlow ? pause_between_slow_bytes_ : std::chrono::milliseconds(0);
+  const std::size_t body = response.body().size();
+  const bool sent = connection.Write(response, {.body_bytes = delivery == Delivery::kHalf ? body / 2 : body,
+                                                .step = delivery == Delivery::kSlow ? 1 : body,
+                                                .pause = pause});
   if (delivery == Delivery::kThenReset) connection.Reset();
-  return !error && delivery != Delivery::kHalf && delivery != Delivery::kThenReset && message.keep_alive();
+  return sent && delivery != Delivery::kHalf && delivery != Delivery::kThenReset && message->keep_alive();
 }
 
 }  // namespace quorvel::sandbox

@@ -54,10 +54,10 @@ std::optional<std::vector<Job*>> FindWaiting(std::vector<Job>& jobs, std::string
 }
 
 std::int64_t CancelWaiting(Job& job, LocalTime now) {
-  const auto kept = std::ranges::stable_partition(
-      job.messages, [now](const Message& message) { return message.due <= now; });
-  const std::vector<Message> cancelled(kept.begin(), kept.end());
-  job.messages.erase(kept.begin(), kept.end());
+  const auto is_due = [now](const Message& message) { return message.due <= now; };
+  const auto waiting = std::stable_partition(job.messages.begin(), job.messages.end(), is_due);
+  const std::vector<Message> cancelled(waiting, job.messages.end());
+  job.messages.erase(waiting, job.messages.end());
   return Cost(cancelled, job.unicode);
 }
 

@@ -5,6 +5,12 @@
 #include "platform/code_page.h"
 
 namespace quorvel::sandbox {
+namespace {
+
+constexpr std::size_t kDigitsPerUnit = 4;
+constexpr std::string_view kDigits = "0123456789ABCDEF";
+
+}  // namespace
 
 Text FromWire(std::string_view bytes) {
   return Windows1252().Decode(bytes);
@@ -20,7 +26,6 @@ std::string ToWire(TextView text) {
 }
 
 std::optional<Text> FromHexText(std::string_view digits) {
-  constexpr std::size_t kDigitsPerUnit = 4;
   if (digits.size() % kDigitsPerUnit != 0) return std::nullopt;
   Text text;
   text.reserve(digits.size() / kDigitsPerUnit);
@@ -34,7 +39,6 @@ std::optional<Text> FromHexText(std::string_view digits) {
 }
 
 std::string ToByteHex(std::string_view bytes) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string hex;
   hex.reserve(bytes.size() * 2);
   for (const char c : bytes) {

@@ -7,7 +7,7 @@ scripts/setup.sh
 log=build/demo.log
 mkdir -p build
 echo "Building..."
-if ! scripts/build.sh release >"$log" 2>&1; then
+if ! scripts/build.sh release quorvel quorvel-sandbox >"$log" 2>&1; then
   tail -n 40 "$log" >&2
   exit 1
 fi

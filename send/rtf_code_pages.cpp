@@ -14,6 +14,9 @@ namespace {
 constexpr char16_t kMissing = u'\uFFFD';
 constexpr unsigned char kFirstLead = 0x81;
 constexpr unsigned char kFirstTrail = 0x40;
+constexpr unsigned char kFirstKana = 0xA1;  // single bytes of the Japanese one
+constexpr unsigned char kLastKana = 0xDF;
+constexpr char16_t kHalfwidthKana = u'\uFF61';
 constexpr int kJapanese = 932;
 constexpr int kSimplifiedChinese = 936;
 
@@ -68,9 +71,6 @@ const auto* Find(const Table& table, int code_page) {
 
 // The single bytes from 0x80 on of the double-byte code pages.
 char16_t DecodeLoneByte(int code_page, unsigned char byte) {
-  constexpr unsigned char kFirstKana = 0xA1;
-  constexpr unsigned char kLastKana = 0xDF;
-  constexpr char16_t kHalfwidthKana = u'\uFF61';
   if (code_page == kJapanese && byte >= kFirstKana && byte <= kLastKana) {
     return static_cast<char16_t>(kHalfwidthKana + (byte - kFirstKana));
   }

@@ -17,8 +17,11 @@ namespace {
 
 constexpr char16_t kMissing = u'\uFFFD';
 constexpr int kDefaultCodePage = 1252;
-constexpr std::size_t kHexDigits = 4;
+constexpr int kBeyondAnyUse = 100'000'000;  // keeps the numbers of broken RTF within an int
 constexpr char16_t kLastByte = 255;
+constexpr std::size_t kHexDigits = 4;
+constexpr std::array<TextView, kHexDigits + 1> kPadding = {u"0000", u"000", u"00", u"0",
+                                                           u""};  // by the number of digits
 
 bool IsDigit(char16_t unit) {
   return unit >= u'0' && unit <= u'9';
@@ -130,7 +133,6 @@ void RtfReader::TakeMarkup() {
 }
 
 std::optional<int> RtfReader::TakeNumber() {
-  constexpr int kBeyondAnyUse = 100'000'000;
   const bool negative = rest_.size() > 1 && rest_[0] == u'-' && IsDigit(rest_[1]);
   if (negative) rest_.remove_prefix(1);
   if (rest_.empty() || !IsDigit(rest_.front())) return std::nullopt;
@@ -277,7 +279,6 @@ void RtfReader::DropLead() {
 }
 
 Text HexText(TextView text) {
-  constexpr std::array<TextView, kHexDigits + 1> kPadding = {u"0000", u"000", u"00", u"0", u""};
   Text hex;
   hex.reserve(text.size() * kHexDigits);
   for (const char16_t unit : text) {

@@ -36,12 +36,12 @@ class ControlListener
   }
 
   void SAL_CALL itemStateChanged(const css::awt::ItemEvent& event) override {
-    Act([this, &event] { Chosen(event.Selected); });
+    Act([this, selected = event.Selected] { Chosen(selected); });
   }
 
   void SAL_CALL textChanged(const css::awt::TextEvent& event) override {
-    Act([this, &event] {
-      const Reference<css::awt::XTextComponent> box(event.Source, UNO_QUERY_THROW);
+    Act([this, source = event.Source] {
+      const Reference<css::awt::XTextComponent> box(source, UNO_QUERY_THROW);
       const Text text = FromUno(box->getText());
       if (control_.kind() == ControlKind::kComboBox) return Typed(static_cast<ComboBox&>(control_), text);
       auto& text_box = static_cast<TextBox&>(control_);

@@ -17,7 +17,7 @@ namespace quorvel {
 // What a dialog wants to know of its user.
 class UserActions {
  public:
-  // `action` plays on the control what the user did to it.
+  // `action` plays on the control what the user did to it; it may be called later, while the dialog is there.
   virtual void Act(Control* control, const std::function<void()>& action) = 0;
   virtual void Focused(Control& control) = 0;
   virtual void CloseAsked() = 0;

@@ -61,7 +61,6 @@ void FillTextBox(const TextBox& box, const ControlModel& model) {
   const bool lines = box.style() == TextBox::Style::kMultiLine || box.style() == TextBox::Style::kRichText;
   if (lines) {
     SetProperty(model, "MultiLine", true);
-    SetProperty(model, "VScroll", true);
     SetProperty(model, "AutoVScroll", true);
   }
   if (box.style() == TextBox::Style::kPassword) SetProperty(model, "EchoChar", kPasswordMark);

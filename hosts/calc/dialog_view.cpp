@@ -123,14 +123,26 @@ void DialogView::Run() {
   const Reference<css::awt::XDialog> dialog(dialog_, UNO_QUERY_THROW);
   running_ = true;
   while (form_ != nullptr) {
-    acted_ = false;
+    close_asked_ = false;
     opened_ = false;
     Flush();
     dialog->execute();
-    // Without a display a dialog returns at once, unseen: the form must not wait for anybody.
-    if (form_ != nullptr && !acted_) form_->Unload();
+    if (form_ != nullptr && !close_asked_) Cancel();
   }
   running_ = false;
+}
+
+// The toolkit's cancel button ends the dialog before it tells of it; and without a display a dialog ends at
+// once, unseen. Either way nobody is left to answer.
+void DialogView::Cancel() {
+  Act(nullptr, [this] {
+    for (Control* control : form_->controls()) {
+      if (control->kind() != ControlKind::kButton) continue;
+      auto& button = static_cast<Button&>(*control);
+      if (button.role() == Button::Role::kCancel) return button.UserPress();
+    }
+  });
+  if (form_ != nullptr) form_->Unload();
 }
 
 DialogView::Peer DialogView::peer() const {
@@ -179,9 +191,9 @@ void DialogView::StartTimer(const Control& control) {
   auto& timer = static_cast<Timer&>(*form_->Find(control.name()));
   timers_.erase(&control);
   if (timer.interval() <= 0) return;
-  const auto tick = [this, &timer] { Act(nullptr, [&timer] { timer.Tick(); }); };
   timers_[&control] =
-      std::make_unique<MainThreadTimer>(context_, std::chrono::milliseconds(timer.interval()), tick);
+      std::make_unique<MainThreadTimer>(context_, std::chrono::milliseconds(timer.interval()),
+                                        [this, &timer] { Tick(timer); });
 }
 
 void DialogView::Flush() {
@@ -217,24 +229,39 @@ void DialogView::WriteFocus() {
 
 void DialogView::Act(Control* control, const std::function<void()>& action) {
   if (form_ == nullptr || writing_) return;
-  acted_ = true;
-  if (handling_) {
-    if (control != nullptr) changes_[control] |= UserChanges(control->kind());
-    return;
+  switch (handling_) {
+    case Handling::kNone:
+      return Handle(Handling::kUser, action);
+    case Handling::kUser:
+      if (control != nullptr) changes_[control] |= UserChanges(control->kind());
+      return;
+    case Handling::kTimer:
+      waiting_.emplace_back(control, action);
+      return;
   }
-  handling_ = true;
-  AtEntry("form", action);
-  handling_ = false;
+}
+
+void DialogView::Tick(Timer& timer) {
+  if (form_ == nullptr || handling_ != Handling::kNone) return;
+  Handle(Handling::kTimer, [&timer] { timer.Tick(); });
+  for (const auto& [control, action] : std::exchange(waiting_, {})) Act(control, action);
+}
+
+void DialogView::Handle(Handling kind, const std::function<void()>& handler) {
+  handling_ = kind;
+  AtEntry("form", handler);
+  handling_ = Handling::kNone;
   Flush();
 }
 
 void DialogView::Focused(Control& control) {
-  if (form_ == nullptr || writing_ || handling_ || focus_ != nullptr) return;
-  Act(&control, [&control] { control.UserFocus(); });
+  if (focus_ == nullptr && handling_ != Handling::kUser) {
+    Act(&control, [&control] { control.UserFocus(); });
+  }
 }
 
 void DialogView::CloseAsked() {
-  if (handling_) return;
+  close_asked_ = true;
   Act(nullptr, [this] { form_->UserClose(); });
 }
 

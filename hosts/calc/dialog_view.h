@@ -9,6 +9,8 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "hosts/calc/control_listener.h"
 #include "hosts/calc/main_thread.h"
@@ -18,7 +20,8 @@ namespace quorvel {
 
 // One form in a dialog of the application. Changes of the form are kept until Flush and then written at once;
 // what the user does raises the form's events, one at a time: while an event handler lets other events run,
-// the user's doings on this form are undone instead, so that nothing is pressed twice.
+// the user's doings on this form are undone instead, so that nothing is pressed twice. Those that come during
+// a timer's event, of which the user does not know, wait for its end.
 class DialogView : public FormView, private UserActions {
  public:
   using Peer = css::uno::Reference<css::awt::XWindowPeer>;
@@ -43,6 +46,9 @@ class DialogView : public FormView, private UserActions {
  private:
   using Properties = unsigned;  // a bit for each Property
 
+  // Which kind of event handler of the form runs.
+  enum class Handling { kNone, kUser, kTimer };
+
   void ControlChanged(const Control& control, Property property) override;
   void FocusMoved(const Control& control) override;
   void Closed() override;
@@ -52,12 +58,15 @@ class DialogView : public FormView, private UserActions {
   void CloseAsked() override;
   void Opened() override;
 
+  void Cancel();
   void AddControls();
   void Attach(Control& control);
   void Centre(const Peer& owner);
   void Write(const Control& control, Properties properties);
   void WriteFocus();
   void StartTimer(const Control& control);
+  void Tick(Timer& timer);
+  void Handle(Handling kind, const std::function<void()>& handler);
   [[nodiscard]] css::uno::Reference<css::awt::XControl> Find(const Control& control) const;
 
   Context context_;
@@ -73,8 +82,9 @@ class DialogView : public FormView, private UserActions {
   bool running_ = false;
   bool opened_ = false;
   bool writing_ = false;   // the toolkit's events are echoes
-  bool handling_ = false;  // an event handler of the form runs
-  bool acted_ = false;     // the user did something since the dialog was last run
+  Handling handling_ = Handling::kNone;
+  std::vector<std::pair<Control*, std::function<void()>>> waiting_;  // for the end of a timer's event
+  bool close_asked_ = false;  // by the window's frame, since the dialog was last run
 };
 
 }  // namespace quorvel

@@ -224,7 +224,8 @@ TEST(NumberToText, WritesFifteenDigits) {
 }
 
 TEST(NumberToText, IsReadBackAsTheSameNumber) {
-  for (double value = 1.5e-12; value < 1e20; value *= 7.3) {
+  for (int power = -12; power < 20; ++power) {
+    const double value = 1.9876543210123456 * std::pow(10, power);
     const double rounded = ToDouble(NumberToText(value));
     EXPECT_NEAR(rounded / value, 1, 1e-14) << value;
     EXPECT_EQ(Val(NumberToText(rounded)), rounded);

@@ -71,7 +71,9 @@ class FrmDrTest : public testing::Test {
   }
 
   MemorySheet* Report() { return workbook_->Find(u"Report"); }
-  Text Cell(TextView column, std::int32_t row) { return Report()->CellText({column, row}); }
+  Text Cell(TextView column, std::int32_t row) {
+    return Report() == nullptr ? u"no sheet" : Report()->CellText({column, row});
+  }
 
   MemoryApplication application_;
   MemoryWorkbook* workbook_ = nullptr;
@@ -163,6 +165,7 @@ TEST_F(FrmDrTest, GoesOnBehindColumnZ) {
   std::string record = "1";
   for (int i = 2; i <= 28; ++i) record += "-" + std::to_string(i);
   EXPECT_EQ(Get("<SMS>" + record + "," + record + "</SMS>"), ReportOutcome::kWritten);
+  ASSERT_NE(Report(), nullptr);
   EXPECT_EQ(Cell(u"Z", 1) + Cell(u"AA", 1), u"2627");
   EXPECT_EQ(Cell(u"AB", 2), u"28");
   EXPECT_TRUE(Report()->Bold({u"AB", 1}));
@@ -247,7 +250,11 @@ TEST_F(FrmDrTest, KeepsWhatWasWrittenWhenTheHostFails) {
   EXPECT_EQ(alerts_.front().title, u"Error");
   EXPECT_EQ(Cell(u"A", 2) + Cell(u"B", 2), u"1");
   EXPECT_EQ(forms_.Open<frmDisplay>(), nullptr);
-  EXPECT_TRUE(form_->cmdGet.enabled());
+
+  internet_.Answer("No,1");
+  form_->txtSheetName.UserType(u"Again");
+  form_->cmdGet.UserPress();
+  EXPECT_EQ(form_->outcome(), ReportOutcome::kWritten);
 }
 
 TEST_F(FrmDrTest, StopsWritingWhenTheUserCancels) {
@@ -258,6 +265,7 @@ TEST_F(FrmDrTest, StopsWritingWhenTheUserCancels) {
       window->Cancel_Process.UserPress();
   });
   EXPECT_EQ(Get("<SMS>No,1,2,3,4,5</SMS>"), ReportOutcome::kNotFetched);
+  ASSERT_NE(Report(), nullptr);
   EXPECT_EQ(Report()->UsedRows(), 3);
   EXPECT_THAT(alerts_,
               ElementsAre(Alert{u"3 of 5 records were left out because you cancelled.", kWarning, u"SMS"}));

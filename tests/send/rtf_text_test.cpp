@@ -7,8 +7,9 @@
 namespace quorvel {
 namespace {
 
+constexpr TextView kDigits = u"0123456789ABCDEF";
+
 Text HexOf(TextView text) {
-  constexpr TextView kDigits = u"0123456789ABCDEF";
   Text hex;
   for (const char16_t unit : text) {
     for (const int shift : {12, 8, 4, 0}) hex.push_back(kDigits[(unit >> shift) & 0xF]);
@@ -19,7 +20,8 @@ Text HexOf(TextView text) {
 constexpr TextView kHeader =
     uR"({\rtf1\ansi\ansicpg1252\deff0{\fonttbl{\f0\fnil\fcharset0 MS Sans Serif;})"
     uR"({\f1\fnil\fcharset178 Arial;}{\f2\fnil\fcharset134 SimSun;}{\f3\fnil\fcharset128 \'82\'6c Gothic;})"
-    uR"({\f4\fnil\fcharset204{\*\fname Arial;}Arial Cyr;}{\f5\fnil\fcharset1 Tahoma;}{\f10\fnil\fcharset161 X;}})"
+    uR"({\f4\fnil\fcharset204{\*\fname Arial;}Arial Cyr;}{\f5\fnil\fcharset1 Tahoma;})"
+    uR"({\f10\fnil\fcharset161 X;}})"
     u"\r\n"
     uR"({\colortbl ;\red255\green0\blue0;}{\*\generator Msftedit 5.41.21.2510;}\viewkind4\uc1)";
 
@@ -132,6 +134,9 @@ TEST(RtfText, BrokenRtfGivesWhatCanBeRead) {
   EXPECT_EQ(read(uR"({\rtf1 a\'4)"), HexOf(u"a4"));
   EXPECT_EQ(read(uR"({\rtf1 a\'zz)"), HexOf(u"azz"));
   EXPECT_EQ(read(uR"({\rtf1\uc99999999999999 a\bin99999999999 b)"), HexOf(u"a"));
+  EXPECT_EQ(read(uR"({\rtf1\ansicpg950 \'a4)"), HexOf(u"\uFFFD"));
+  EXPECT_EQ(read(uR"({\rtf1\u8364{5}})"), HexOf(u"\u20AC"
+                                                u"5"));
   EXPECT_EQ(read(uR"({\rtf1{\fonttbl{\f0\fcharset134;}}\f0\'c4\par\'c4\'0ax\'c4})"),
             HexOf(u"\uFFFD\r\n\uFFFDx\uFFFD"));
 }

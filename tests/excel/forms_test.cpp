@@ -1,0 +1,264 @@
+// The renderer: native dialogs show what a form says and bring back what the user does.
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "hosts/excel/wide.h"
+#include "hosts/excel/win32_forms.h"
+#include "platform/runtime_error.h"
+#include "tests/excel/user.h"
+
+namespace quorvel::tests {
+namespace {
+
+class SampleForm : public Form {
+ public:
+  SampleForm() : Form("SampleForm", u"Sample", 200, 160) {
+    notes.set_text(u"one\ntwo");
+    choice.AddItem(u"First");
+    choice.AddItem(u"Second");
+    accept.on_click = [this] {
+      accepted = true;
+      Unload();
+    };
+    leave.on_click = [this] { Unload(); };
+  }
+
+  Label name_label{*this, "name_label", {8, 8, 60, 10}, u"&Name"};
+  TextBox name_box{*this, "name_box", {70, 6, 120, 14}};
+  Label notes_label{*this, "notes_label", {8, 26, 60, 10}, u"N&otes"};
+  TextBox notes{*this, "notes", {70, 24, 120, 30}, TextBox::Style::kRichText};
+  Label choice_label{*this, "choice_label", {8, 60, 60, 10}, u"Choice"};
+  ComboBox choice{*this, "choice", {70, 58, 60, 14}};
+  OptionButton one{*this, "one", {8, 78, 60, 10}, u"One"};
+  OptionButton two{*this, "two", {70, 78, 60, 10}, u"Two"};
+  CheckBox loud{*this, "loud", {8, 94, 60, 10}, u"Loud"};
+  Frame extras{*this, "extras", {8, 106, 180, 28}, u"Extras"};
+  TextBox extra{extras, "extra", {14, 116, 60, 12}};
+  Button accept{*this, "accept", {60, 140, 50, 14}, u"Accept", Button::Role::kDefault};
+  Button leave{*this, "leave", {120, 140, 50, 14}, u"Leave", Button::Role::kCancel};
+  Timer timer{*this, "timer"};
+  bool accepted = false;
+  bool may_close = true;
+
+ protected:
+  bool Form_QueryUnload() override { return may_close; }
+};
+
+class Win32FormsTest : public testing::Test {
+ protected:
+  void TearDown() override {
+    EXPECT_EQ(user_.problems(), std::vector<std::string>());
+    EXPECT_EQ(user_.pending(), 0U);
+    EXPECT_TRUE(IsWindowEnabled(host_));
+    DestroyWindow(host_);
+    User::Settle();
+  }
+
+  HWND host_ = CreateWindowExW(0, L"Static", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 800, 600, nullptr,
+                               nullptr, nullptr, nullptr);
+  User user_;
+  Win32Forms forms_{[this] { return host_; }};
+  SampleForm form_;
+};
+
+TEST_F(Win32FormsTest, TypedTextAndChoicesReachTheFormAndItsChangesTheWindow) {
+  form_.name_box.set_text(u"initial");
+  form_.name_box.on_change = [this] { form_.loud.set_value(true); };
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    EXPECT_EQ(WindowText(dialog.Field(u"Name")), u"initial");
+    EXPECT_EQ(WindowText(dialog.Field(u"Notes")), u"one\r\ntwo");
+    EXPECT_EQ(form_.notes.text(), u"one\ntwo") << "showing a text is no typing";
+    dialog.Type(u"Name", u"Zoë \u0391\u05D0");
+    dialog.Type(u"Notes", u"a\rb");
+    dialog.Choose(u"Choice", u"Second");
+    dialog.Press(u"Two");
+    EXPECT_EQ(form_.name_box.text(), u"Zoë \u0391\u05D0");
+    EXPECT_EQ(form_.notes.text(), u"a\r\nb");
+    EXPECT_EQ(form_.choice.list_index(), 1);
+    EXPECT_TRUE(form_.two.value());
+    dialog.Press(u"One");
+    user_.Then([&, dialog] {  // the loop has shown the changes by now
+      EXPECT_EQ(SendMessageW(dialog.Button(u"One"), BM_GETCHECK, 0, 0), BST_CHECKED);
+      EXPECT_EQ(SendMessageW(dialog.Button(u"Two"), BM_GETCHECK, 0, 0), BST_UNCHECKED);
+      EXPECT_EQ(SendMessageW(dialog.Button(u"Loud"), BM_GETCHECK, 0, 0), BST_CHECKED);
+      dialog.Press(u"Accept");
+    });
+  });
+  forms_.ShowModal(form_);
+  EXPECT_TRUE(form_.accepted);
+}
+
+TEST_F(Win32FormsTest, TabEnterAndEscapeDoWhatADialogDoes) {
+  form_.name_box.SetFocus();
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    EXPECT_EQ(GetFocus(), dialog.Field(u"Name"));
+    dialog.PressKey(VK_TAB);
+    user_.Then([&, dialog] {
+      EXPECT_EQ(GetFocus(), dialog.Field(u"Notes"));
+      EXPECT_EQ(form_.active_control(), &form_.notes);
+      dialog.PressKey(VK_TAB);
+      user_.Then([&, dialog] {
+        EXPECT_EQ(GetFocus(), dialog.Field(u"Choice")) << "a text of several lines keeps no Tab for itself";
+        dialog.PressKey(VK_RETURN);
+      });
+    });
+  });
+  forms_.ShowModal(form_);
+  EXPECT_TRUE(form_.accepted) << "Enter presses the default button";
+
+  SampleForm second;
+  second.may_close = false;
+  second.notes.SetFocus();
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    SendMessageW(dialog.window(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(second.loaded()) << "the form refused";
+    dialog.PressKey(VK_ESCAPE);
+  });
+  forms_.ShowModal(second);
+  EXPECT_FALSE(second.accepted);
+}
+
+TEST_F(Win32FormsTest, AControlOutOfReachTakesNoFocusAndHidesWithItsFrame) {
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    const HWND extra = dialog.FieldOfClass(L"Edit") == dialog.Field(u"Name") ? dialog.Field(u"Extras") : nullptr;
+    SetFocus(extra);
+    form_.extras.set_visible(false);
+    form_.accept.set_enabled(false);
+    user_.Then([&, dialog, extra] {
+      EXPECT_FALSE(IsWindowVisible(extra));
+      EXPECT_NE(GetFocus(), extra);
+      EXPECT_FALSE(dialog.IsUsable(u"Accept"));
+      form_.extras.set_visible(true);
+      form_.extra.SetFocus();  // visible since this very moment
+      EXPECT_EQ(GetFocus(), extra);
+      dialog.Press(u"Leave");
+    });
+  });
+  forms_.ShowModal(form_);
+  EXPECT_FALSE(form_.accepted);
+}
+
+TEST_F(Win32FormsTest, FocusPassedOnInAFocusEventArrives) {
+  form_.notes.on_got_focus = [this] { form_.accept.SetFocus(); };
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    SetFocus(dialog.Field(u"Notes"));
+    user_.Then([dialog] {
+      EXPECT_EQ(GetFocus(), dialog.Button(u"Accept"));
+      dialog.Press(u"Leave");
+    });
+  });
+  forms_.ShowModal(form_);
+}
+
+TEST_F(Win32FormsTest, ModalityCoversTheHostAndNests) {
+  user_.Expect(u"Sample", [&](const Dialog& outer) {
+    EXPECT_FALSE(IsWindowEnabled(host_));
+    EXPECT_EQ(GetWindow(outer.window(), GW_OWNER), host_);
+    user_.Expect(u"Question", [&](const Dialog& question) {
+      EXPECT_FALSE(IsWindowEnabled(outer.window()));
+      EXPECT_EQ(question.Message(), u"Go on?");
+      SendMessageW(question.window(), WM_COMMAND, IDYES, 0);
+    });
+    EXPECT_EQ(forms_.MsgBox(u"Go on?", kYesNo, u"Question"), Answer::kYes);
+    EXPECT_TRUE(IsWindowEnabled(outer.window()));
+    user_.Expect(u"Ask", [&](const Dialog& ask) {
+      EXPECT_EQ(GetWindow(ask.window(), GW_OWNER), outer.window());
+      ask.TypeInto(ask.FieldOfClass(L"Edit"), u"typed");
+      ask.Press(u"OK");
+    });
+    EXPECT_EQ(forms_.InputBox(u"What & why?", u"Ask", u"old"), u"typed");
+    EXPECT_FALSE(IsWindowEnabled(host_)) << "still under the outer dialog";
+    outer.Press(u"Leave");
+  });
+  forms_.ShowModal(form_);
+}
+
+TEST_F(Win32FormsTest, CancelledInputAndClosedQuestionsGiveTheCancellingAnswer) {
+  const auto escape = [](const Dialog& dialog) { SendMessageW(dialog.window(), WM_COMMAND, IDCANCEL, 0); };
+  user_.Expect(u"Ask", escape);
+  EXPECT_EQ(forms_.InputBox(u"Prompt", u"Ask", u"initial"), u"");
+  user_.Expect(u"Sure", escape);
+  EXPECT_EQ(forms_.MsgBox(u"Prompt", kOkCancel, u"Sure"), Answer::kCancel);
+  user_.Expect(u"Note", escape);
+  EXPECT_EQ(forms_.MsgBox(u"Prompt", kOkOnly, u"Note"), Answer::kOk);
+}
+
+TEST_F(Win32FormsTest, AProgressWindowTakesItsClicksDuringYieldsAndKeepsOthersFromTheirs) {
+  user_.Expect(u"Sample", [&](const Dialog& dialog) { dialog.Press(u"Leave"); });
+  forms_.Show(form_);
+  EXPECT_FALSE(IsWindowEnabled(host_));
+  while (form_.loaded()) {
+    form_.name_label.set_caption(u"Row");
+    forms_.Yield();
+  }
+  EXPECT_TRUE(IsWindowEnabled(host_));
+}
+
+TEST_F(Win32FormsTest, TextsThatChangeInALoopAreShownLastAndSeldom) {
+  struct Counter {
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR,
+                                      DWORD_PTR count) {
+      if (message == WM_SETTEXT) ++*reinterpret_cast<int*>(count);
+      return DefSubclassProc(window, message, first, second);
+    }
+  };
+  user_.Expect(u"Sample", [](const Dialog&) {});
+  forms_.Show(form_);
+  forms_.Yield();
+  const HWND dialog = GetActiveWindow();
+  int shown = 0;
+  SetWindowSubclass(GetWindow(dialog, GW_CHILD), &Counter::Procedure, 1, reinterpret_cast<DWORD_PTR>(&shown));
+  const ULONGLONG start = GetTickCount64();
+  for (int row = 1; row <= 20'000; ++row) {
+    form_.name_label.set_caption(Text(static_cast<std::size_t>(row % 7 + 1), u'x'));
+    forms_.Yield();
+  }
+  const auto elapsed = static_cast<int>(GetTickCount64() - start);
+  EXPECT_LE(shown, elapsed / 50 + 1);
+  form_.Unload();
+}
+
+TEST_F(Win32FormsTest, AnErrorThatLeavesAHandlerEndsTheFormAndReachesTheCaller) {
+  form_.accept.on_click = [] { throw RuntimeError(91, u"Object variable or With block variable not set"); };
+  user_.Expect(u"Sample", [](const Dialog& dialog) { dialog.Press(u"Accept"); });
+  try {
+    forms_.ShowModal(form_);
+    FAIL();
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.number(), 91);
+  }
+  EXPECT_FALSE(form_.loaded());
+}
+
+TEST_F(Win32FormsTest, TheTimerTicksWhileTheFormIsShown) {
+  int ticks = 0;
+  form_.timer.on_timer = [&] {
+    if (++ticks == 2) form_.Unload();
+  };
+  form_.timer.set_interval(10);
+  user_.Expect(u"Sample", [](const Dialog&) {});
+  forms_.ShowModal(form_);
+  EXPECT_EQ(ticks, 2);
+}
+
+TEST_F(Win32FormsTest, AWindowMovedToADenserMonitorGrowsWithItsControls) {
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    RECT before{};
+    GetWindowRect(dialog.Button(u"Accept"), &before);
+    RECT suggested{10, 10, 600, 500};
+    SendMessageW(dialog.window(), 0x02E0, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&suggested));
+    RECT after{};
+    GetWindowRect(dialog.Button(u"Accept"), &after);
+    EXPECT_GT(after.right - after.left, (before.right - before.left) * 3 / 2);
+    RECT window{};
+    GetWindowRect(dialog.window(), &window);
+    EXPECT_EQ(window.left, suggested.left);
+    dialog.Press(u"Leave");
+  });
+  forms_.ShowModal(form_);
+}
+
+}  // namespace
+}  // namespace quorvel::tests
