@@ -1,5 +1,6 @@
 #include "hosts/calc/column_block.h"
 
+#include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
@@ -13,6 +14,12 @@ namespace {
 using css::uno::Reference;
 using css::uno::UNO_QUERY_THROW;
 
+// The format's key itself does not tell: a range of several formats gives the standard one.
+bool OfOneFormat(const Reference<css::table::XCellRange>& range) {
+  const Reference<css::beans::XPropertyState> states(range, UNO_QUERY_THROW);
+  return states->getPropertyState("NumberFormat") != css::beans::PropertyState_AMBIGUOUS_VALUE;
+}
+
 }  // namespace
 
 ColumnBlock::ColumnBlock(const Reference<css::sheet::XSpreadsheet>& sheet, CellReader& reader,
@@ -21,8 +28,11 @@ ColumnBlock::ColumnBlock(const Reference<css::sheet::XSpreadsheet>& sheet, CellR
   const Reference<css::table::XCellRange> range =
       sheet->getCellRangeByPosition(column, first_row, column, first_row + rows - 1);
   cells_ = Reference<css::sheet::XCellRangeData>(range, UNO_QUERY_THROW)->getDataArray();
-  sal_Int32 format_key = 0;
-  if (GetProperty(range, "NumberFormat") >>= format_key) kind_ = reader.KindOf(format_key);
+  if (OfOneFormat(range)) {
+    sal_Int32 format_key = 0;
+    GetProperty(range, "NumberFormat") >>= format_key;
+    kind_ = reader.KindOf(format_key);
+  }
   const Reference<css::sheet::XCellRangesQuery> query(range, UNO_QUERY_THROW);
   formulas_ = query->queryContentCells(css::sheet::CellFlags::FORMULA)->getCount() > 0;
 }

@@ -8,16 +8,11 @@ namespace {
 constexpr TextView kBalancePrefix = u"Your credit balance is ";
 constexpr TextView kModesDownloaded = u"Mode of submissions has been downloaded";
 
-// The text of the last message, empty when there was none.
-Text LastMessage(const Output& output) {
-  return output.messages().empty() ? Text() : output.messages().back().text;
-}
-
 }  // namespace
 
 ExitStatus RunBalance(ConsoleHost& host) {
   host.connect().GetBalance();
-  const Text message = LastMessage(host.output());
+  const Text message = host.output().LastMessage();
   const bool done = message.starts_with(kBalancePrefix);
   if (done) {
     const std::string balance = ToUtf8(message.substr(kBalancePrefix.size()));
@@ -29,7 +24,7 @@ ExitStatus RunBalance(ConsoleHost& host) {
 
 ExitStatus RunModes(ConsoleHost& host) {
   host.connect().GetModes();
-  const bool done = LastMessage(host.output()) == kModesDownloaded;
+  const bool done = host.output().LastMessage() == kModesDownloaded;
   if (done) {
     nlohmann::json& modes = host.output().result()["modes"] = nlohmann::json::array();
     for (const Text& mode : Split(SettingsStore(host.settings()).Read(kModesSetting), u",")) {

@@ -7,7 +7,8 @@ namespace quorvel {
 
 namespace {
 
-constexpr TextView kDeleted = u"Successfully Deleted!!!";
+// How the gateway's answer to a save or a deletion begins when it did what was asked.
+constexpr TextView kDone = u"Successfully";
 
 // Opens the send form over an empty workbook and plays `script`, which says whether it did what was asked.
 ExitStatus OnSendForm(ConsoleHost& host, const std::function<bool(frmSendSMS&)>& script) {
@@ -43,18 +44,15 @@ bool Save(ConsoleHost& host, frmSendSMS& form, const Text& name, const Text& mes
   Tick(form.chkBox_SaveMsg);
   form.txt_MsgName.UserClick();
   Type(form.txt_MsgName, name);
-  const int count = form.combo_display_MsgNames.list_count();
   Press(form.SaveMsgText);
-  const bool posted = form.combo_display_MsgNames.list_count() > count;
-  return posted && host.GatewayAnswered();
+  return host.output().LastMessage().starts_with(kDone);
 }
 
 bool Delete(ConsoleHost& host, frmSendSMS& form, const Text& name) {
   if (!Pull(host, form)) return false;
   Pick(form.combo_display_MsgNames, name, "templates delete");
   Press(form.btn_DeleteMsg);
-  const auto& messages = host.output().messages();
-  return !messages.empty() && messages.back().text == kDeleted;
+  return host.output().LastMessage().starts_with(kDone);
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ class Runner {
   const Options& options_;
   Environment environment_;
   Output& output_;
-  Terminal terminal_;
+  Terminal terminal_ = Terminal::Standard();
 };
 
 ExitStatus Run(const Options& options, Output& output) {

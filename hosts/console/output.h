@@ -30,6 +30,9 @@ class Output {
   void Complain(std::string_view text);
   [[nodiscard]] const std::vector<Message>& messages() const { return messages_; }
 
+  // The text of the last one, empty when there was none.
+  [[nodiscard]] Text LastMessage() const { return messages_.empty() ? Text() : messages_.back().text; }
+
   // A result as it is printed; bytes as they are.
   void Print(std::string_view bytes);
   // The same result's place in the JSON object.

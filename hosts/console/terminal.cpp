@@ -43,7 +43,9 @@ class NoEcho {
 
 }  // namespace
 
-Terminal::Terminal() : input_(::isatty(STDIN_FILENO) == 1), messages_(::isatty(STDERR_FILENO) == 1) {}
+Terminal Terminal::Standard() {
+  return {::isatty(STDIN_FILENO) == 1, ::isatty(STDERR_FILENO) == 1};
+}
 
 std::optional<std::string> Terminal::Ask(std::string_view prompt) const {
   if (!attended()) return std::nullopt;

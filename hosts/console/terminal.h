@@ -9,7 +9,10 @@ namespace quorvel {
 // The user at standard input and standard error.
 class Terminal {
  public:
-  Terminal();
+  // Whether somebody types at standard input and reads standard error.
+  Terminal(bool typed, bool read) : input_(typed), messages_(read) {}
+  // As the program was started.
+  [[nodiscard]] static Terminal Standard();
 
   // Whether there is somebody to ask.
   [[nodiscard]] bool attended() const { return input_ && messages_; }

@@ -7,6 +7,7 @@
 #include <objbase.h>
 #include <oleauto.h>
 #include <ocidl.h>
+#include <olectl.h>
 #include <commctrl.h>
 #include <richedit.h>
 #include <shlobj.h>

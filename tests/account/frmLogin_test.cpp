@@ -49,8 +49,8 @@ class FrmLoginTest : public AddInTest {
 
   After Login(const Fields& fields) {
     After after;
+    SelectionView view;  // outlives the form
     forms_.On<frmLogin>([&](frmLogin& form) {
-      SelectionView view;
       form.txtUserName.UserType(fields.user);
       form.txtPasswd.UserType(fields.password);
       form.txtCRN.UserType(fields.crn);

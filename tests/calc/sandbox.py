@@ -29,7 +29,7 @@ class Sandbox:
         return {message["number"]: message["text"] for message in self.received()["messages"]}
 
     def send_bodies(self):
-        return [request["body"] for request in self.received()["requests"]]
+        return [request["body"] for request in self.received()["requests"] if "mobilenumber=" in request["body"]]
 
     def reset(self):
         self.ask("/_sandbox/reset", b"")

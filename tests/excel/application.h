@@ -9,8 +9,8 @@
 
 namespace quorvel::tests {
 
-// A stand-in for the spreadsheet application: a window, a workbook in memory, command bars, and the loading of
-// add-ins by the registry. Everything happens on the thread that made it.
+// A stand-in for the spreadsheet application: a window, a workbook in memory, command bars, and the loading
+// of add-ins by the registry. Everything happens on the thread that made it.
 class StandIn {
  public:
   StandIn();

@@ -11,7 +11,8 @@
 namespace quorvel::tests {
 
 // An object of the stand-in application: members by name, called late bound. A member that throws
-// RuntimeError raises it as the application does, by an exception with result code 0x800A0000 plus its number.
+// RuntimeError raises it as the application does, by an exception with result code 0x800A0000 plus its
+// number.
 class Automation : public ComObject<IDispatch, IConnectionPointContainer> {
  public:
   // The arguments of one call, in order; those that were left out are empty.
@@ -36,8 +37,9 @@ class Automation : public ComObject<IDispatch, IConnectionPointContainer> {
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
                                           DISPID* ids) override;
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID locale, WORD kind, DISPPARAMS* arguments,
-                                   VARIANT* answer, EXCEPINFO* raised, UINT* wrong_argument) override;
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID locale, WORD kind,
+                                   DISPPARAMS* arguments, VARIANT* answer, EXCEPINFO* raised,
+                                   UINT* wrong_argument) override;
   HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override;
   HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID iid, IConnectionPoint** point) override;
 

@@ -100,7 +100,8 @@ class ControlObject : public Automation {
     });
     if (control_->type == kPopup) {
       AddProperty(L"Controls", [this](const Arguments&) {
-        return NewObject<ControlsObject>([control = control_]() -> ControlList& { return control->children; });
+        return NewObject<ControlsObject>(
+            [control = control_]() -> ControlList& { return control->children; });
       });
     }
   }
@@ -132,7 +133,8 @@ class ControlObject : public Automation {
 };
 
 ControlsObject::ControlsObject(std::function<ControlList&()> list) : list_(std::move(list)) {
-  AddProperty(L"Count", [this](const Arguments&) { return Variant(static_cast<std::int32_t>(list_().size())); });
+  AddProperty(L"Count",
+              [this](const Arguments&) { return Variant(static_cast<std::int32_t>(list_().size())); });
   AddFunction(L"Add", [this](const Arguments& arguments) { return Add(arguments); });
 }
 
@@ -142,7 +144,8 @@ Variant ControlsObject::Add(const Arguments& arguments) {
   if (arguments.Has(0)) control->type = arguments[0].ToLong();
   control->temporary = arguments.Has(4) && arguments[4].ToBool();
   ControlList& controls = list_();
-  const auto before = arguments.Has(3) ? static_cast<std::size_t>(arguments[3].ToLong()) : controls.size() + 1;
+  const auto before =
+      arguments.Has(3) ? static_cast<std::size_t>(arguments[3].ToLong()) : controls.size() + 1;
   if (before < 1 || before > controls.size() + 1) throw InvalidCall();
   controls.insert(controls.begin() + static_cast<std::ptrdiff_t>(before - 1), control);
   return NewObject<ControlObject>(control, list_);
@@ -177,11 +180,13 @@ void CollectTagged(const ControlList& controls, TextView tag, ControlList& found
 }  // namespace
 
 std::shared_ptr<BarData> BarsData::Find(TextView name) const {
-  const auto found = std::find_if(bars.begin(), bars.end(), [&](const auto& bar) { return bar->name == name; });
+  const auto found =
+      std::find_if(bars.begin(), bars.end(), [&](const auto& bar) { return bar->name == name; });
   return found == bars.end() ? nullptr : *found;
 }
 
-std::shared_ptr<ControlData> Named(const std::vector<std::shared_ptr<ControlData>>& controls, TextView caption) {
+std::shared_ptr<ControlData> Named(const std::vector<std::shared_ptr<ControlData>>& controls,
+                                   TextView caption) {
   const auto found = std::find_if(controls.begin(), controls.end(),
                                   [&](const auto& control) { return control->caption == caption; });
   if (found == controls.end()) throw std::runtime_error("no control " + ToUtf8(caption));

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 #include "hosts/excel/excel_command_bars.h"
 #include "hosts/excel/face_clipboard.h"
 #include "platform/runtime_error.h"
@@ -16,7 +18,8 @@ void CopyAsUser() {
   const HGLOBAL text = GlobalAlloc(GMEM_MOVEABLE, sizeof(kFormerText));
   std::memcpy(GlobalLock(text), kFormerText, sizeof(kFormerText));
   GlobalUnlock(text);
-  const HWND owner = CreateWindowExW(0, L"Static", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  const HWND owner =
+      CreateWindowExW(0, L"Static", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
   OpenClipboard(owner);
   EmptyClipboard();
   SetClipboardData(CF_TEXT, text);

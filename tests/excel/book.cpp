@@ -72,7 +72,9 @@ class LinesObject : public Automation {
 class RangeObject : public Automation {
  public:
   RangeObject(std::shared_ptr<SheetData> sheet, const Area& area) : sheet_(std::move(sheet)) {
-    const auto number = [](std::int32_t value) { return [value](const Arguments&) { return Variant(value); }; };
+    const auto number = [](std::int32_t value) {
+      return [value](const Arguments&) { return Variant(value); };
+    };
     AddProperty(L"Row", number(area.row));
     AddProperty(L"Column", number(area.column));
     AddProperty(L"Rows", [area](const Arguments&) { return NewObject<LinesObject>(area.rows, [] {}); });
@@ -90,7 +92,8 @@ class RangeObject : public Automation {
           return found == sheet_->cells.end() ? Variant() : found->second.value;
         },
         [this, cell](const Variant& value) { Set(cell(), value); });
-    AddProperty(L"Text", [this, row, column](const Arguments&) { return Variant(sheet_->TextAt(row, column)); });
+    AddProperty(L"Text",
+                [this, row, column](const Arguments&) { return Variant(sheet_->TextAt(row, column)); });
     AddProperty(
         L"NumberFormat", [cell](const Arguments&) { return Variant(cell().format); },
         [this, cell](const Variant& format) {
@@ -113,7 +116,7 @@ class RangeObject : public Automation {
     const Text text = value.ToText();
     if (text.starts_with(u'\'')) {
       cell.value = Variant(TextView(text).substr(1));
-    } else if (cell.format != u"@" && IsNumeric(text)) {
+    } else if (cell.format != u"@" && IsNumeric(TextView(text))) {
       cell.value = Variant(ToDouble(text));
     }
   }
@@ -150,7 +153,8 @@ class SheetObject : public Automation {
     AddProperty(L"Rows", [](const Arguments&) { return NewObject<LinesObject>(kRowLimit, [] {}); });
     AddProperty(L"Columns", [this](const Arguments& arguments) {
       const std::int32_t column = arguments.Has(0) ? arguments[0].ToLong() : 0;
-      return NewObject<LinesObject>(kColumnLimit, [sheet = sheet_, column] { sheet->selected_column = column; });
+      return NewObject<LinesObject>(kColumnLimit,
+                                    [sheet = sheet_, column] { sheet->selected_column = column; });
     });
   }
 
@@ -158,7 +162,8 @@ class SheetObject : public Automation {
     const bool taken = std::any_of(book_->sheets.begin(), book_->sheets.end(), [&](const auto& other) {
       return other != sheet_ && UpperCase(other->name) == UpperCase(name);
     });
-    if (taken || name.empty() || name.size() > kLongestName || name.find_first_of(u":\\/?*[]") != Text::npos) {
+    if (taken || name.empty() || name.size() > kLongestName ||
+        name.find_first_of(u":\\/?*[]") != Text::npos) {
       Refuse(u"That name is already taken. Try a different one.");
     }
     sheet_->name = name;

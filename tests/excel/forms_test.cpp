@@ -56,8 +56,8 @@ class Win32FormsTest : public testing::Test {
     User::Settle();
   }
 
-  HWND host_ = CreateWindowExW(0, L"Static", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 800, 600, nullptr,
-                               nullptr, nullptr, nullptr);
+  HWND host_ = CreateWindowExW(0, L"Static", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 800, 600,
+                               nullptr, nullptr, nullptr, nullptr);
   User user_;
   Win32Forms forms_{[this] { return host_; }};
   SampleForm form_;
@@ -122,7 +122,8 @@ TEST_F(Win32FormsTest, TabEnterAndEscapeDoWhatADialogDoes) {
 
 TEST_F(Win32FormsTest, AControlOutOfReachTakesNoFocusAndHidesWithItsFrame) {
   user_.Expect(u"Sample", [&](const Dialog& dialog) {
-    const HWND extra = dialog.FieldOfClass(L"Edit") == dialog.Field(u"Name") ? dialog.Field(u"Extras") : nullptr;
+    const HWND extra =
+        dialog.FieldOfClass(L"Edit") == dialog.Field(u"Name") ? dialog.Field(u"Extras") : nullptr;
     SetFocus(extra);
     form_.extras.set_visible(false);
     form_.accept.set_enabled(false);

@@ -1,8 +1,7 @@
 // WinINet against a server that notes what it receives and answers what it was told.
 
-#include <winsock2.h>
-
 #include <gtest/gtest.h>
+#include <winsock2.h>
 
 #include <thread>
 
@@ -120,7 +119,8 @@ TEST_F(WinInetTest, PostsBytesAsTheyAreAndReadsAnAnswerOfSeveralBlocks) {
   for (int index = 0; reply.size() < 5000; ++index) reply += std::to_string(index) + ",";
   OneAnswer server(Answer("200 OK", reply));
   const std::string body = "user=a%20b&message=\xE9\x80&x=+";
-  EXPECT_EQ(Post({"TheAgent/1", Internet::Access::kDirect, u"", u"", 0}, u"127.0.0.1", server.port(), body), reply);
+  EXPECT_EQ(Post({"TheAgent/1", Internet::Access::kDirect, u"", u"", 0}, u"127.0.0.1", server.port(), body),
+            reply);
   EXPECT_TRUE(sent_);
   const std::string& request = server.Received();
   EXPECT_EQ(request.substr(0, request.find("\r\n")), "POST /Path/To.aspx HTTP/1.1");

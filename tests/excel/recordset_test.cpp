@@ -99,7 +99,8 @@ TEST_F(AdoRecordsetTest, WalksTheRecordsThatAFilterLeaves) {
   records->SetFilter(u"FC_B > 10");
   EXPECT_EQ(records->RecordCount(), 2);
   Text numbers;
-  for (records->MoveFirst(); !records->Eof(); records->MoveNext()) numbers += ToText(records->Value(u"C")) + u";";
+  for (records->MoveFirst(); !records->Eof(); records->MoveNext())
+    numbers += ToText(records->Value(u"C")) + u";";
   EXPECT_EQ(numbers, u"12;20;");
   try {
     records->SetFilter(u"#Q# > 1");

@@ -34,8 +34,8 @@ TEST_F(RegistrySettingsTest, KeepsTextsByApplicationSectionAndKey) {
   EXPECT_EQ(settings_.Read(path), Text()) << "empty is not missing";
   EXPECT_EQ(settings_.Read({kApplication, u"Other", u"MODES"}), std::nullopt);
   EXPECT_EQ(settings_.Read({u"QuorvelOther", u"STARTUP", u"MODES"}), std::nullopt);
-  EXPECT_EQ(ReadRegistryText(HKEY_CURRENT_USER, uR"(Software\VB and VBA Program Settings\QuorvelTest\STARTUP)",
-                             u"MODES"),
+  EXPECT_EQ(ReadRegistryText(HKEY_CURRENT_USER,
+                             uR"(Software\VB and VBA Program Settings\QuorvelTest\STARTUP)", u"MODES"),
             Text());
 }
 
@@ -50,9 +50,10 @@ TEST(SystemCodePage, AgreesWithWindows1252InBothDirections) {
   // Best fits, lone surrogates and unmappable characters included.
   const SystemCodePage system;
   const CodePage& expected = Windows1252();
+  ASSERT_EQ(GetACP(), 1252U);
   for (int unit = 1; unit < 0x10000; ++unit) {
     const Text text(1, static_cast<char16_t>(unit));
-    if (GetACP() == 1252) EXPECT_EQ(system.Encode(text), expected.Encode(text)) << std::hex << unit;
+    ASSERT_EQ(system.Encode(text), expected.Encode(text)) << std::hex << unit;
   }
   std::string bytes;
   for (int byte = 0; byte < 256; ++byte) bytes.push_back(static_cast<char>(byte));

@@ -67,7 +67,8 @@ Text Dialog::Title() const {
 Text Dialog::Message() const {
   Text message;
   for (const HWND child : Children()) {
-    const bool reading = ClassOf(child) == u"EDIT" && (GetWindowLongPtrW(child, GWL_STYLE) & ES_READONLY) != 0;
+    const bool reading =
+        ClassOf(child) == u"EDIT" && (GetWindowLongPtrW(child, GWL_STYLE) & ES_READONLY) != 0;
     if (ClassOf(child) != u"STATIC" && !reading) continue;
     const Text text = WindowText(child);
     if (!text.empty()) message += (message.empty() ? u"" : u"\n") + text;
@@ -103,6 +104,10 @@ bool Dialog::IsUsable(TextView caption) const {
   return IsUsableWindow(Button(caption));
 }
 
+bool Dialog::IsProgress() const {
+  return FindWindowExW(window_, nullptr, PROGRESS_CLASSW, nullptr) != nullptr;
+}
+
 void Dialog::TypeInto(HWND field, TextView text) const {
   SendMessageW(window_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(field), TRUE);
   HWND target = field;
@@ -114,8 +119,8 @@ void Dialog::TypeInto(HWND field, TextView text) const {
 
 void Dialog::Choose(TextView label, TextView item) const {
   const HWND combo = Field(label);
-  const LRESULT index =
-      SendMessageW(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(Wide(Text(item))));
+  const LRESULT index = SendMessageW(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                     reinterpret_cast<LPARAM>(Wide(Text(item))));
   if (index < 0) Missing("item", item);
   SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
   SendMessageW(window_, WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
@@ -148,6 +153,10 @@ User::~User() {
 
 void User::Expect(TextView title, std::function<void(const Dialog&)> step) {
   plans_.push_back({Text(title), std::move(step)});
+}
+
+void User::ExpectProgress(std::function<void(const Dialog&)> step) {
+  progress_plans_.push_back({Text(), std::move(step)});
 }
 
 void User::Then(std::function<void()> step) {
@@ -185,7 +194,8 @@ LRESULT CALLBACK User::Procedure(HWND window, UINT message, WPARAM first, LPARAM
       return 0;
     }
     case WM_TIMER:
-      std::fprintf(stderr, "a dialog waits for a user who has no plan; %zu plans left\n", current_->plans_.size());
+      std::fprintf(stderr, "a dialog waits for a user who has no plan; %zu plans left\n",
+                   current_->plans_.size());
       std::fflush(stderr);
       std::_Exit(3);
     default:
@@ -196,14 +206,22 @@ LRESULT CALLBACK User::Procedure(HWND window, UINT message, WPARAM first, LPARAM
 void User::Appeared(HWND window) {
   if (IsWindow(window) == FALSE) return;
   const Dialog dialog(window);
+  if (dialog.IsProgress()) {
+    if (!progress_plans_.empty()) Follow(progress_plans_, dialog);
+    return;
+  }
   if (plans_.empty() || plans_.front().title != dialog.Title()) {
     problems_.push_back("unexpected dialog \"" + ToUtf8(dialog.Title()) + "\": " + ToUtf8(dialog.Message()));
     SendMessageW(window, WM_COMMAND, IDCANCEL, 0);
     return;
   }
-  const Plan plan = std::move(plans_.front());
-  plans_.pop_front();
-  Attempt([&] { plan.step(dialog); }, window);
+  Follow(plans_, dialog);
+}
+
+void User::Follow(std::deque<Plan>& plans, const Dialog& dialog) {
+  const Plan plan = std::move(plans.front());
+  plans.pop_front();
+  Attempt([&] { plan.step(dialog); }, dialog.window());
 }
 
 void User::Attempt(const std::function<void()>& step, HWND window) {

@@ -28,6 +28,7 @@ class Dialog {
   [[nodiscard]] HWND FieldOfClass(const wchar_t* window_class) const;
   [[nodiscard]] HWND Button(TextView caption) const;
   [[nodiscard]] bool IsUsable(TextView caption) const;
+  [[nodiscard]] bool IsProgress() const;
 
   void Type(TextView label, TextView text) const { TypeInto(Field(label), text); }
   void TypeInto(HWND field, TextView text) const;
@@ -44,8 +45,8 @@ class Dialog {
 
 [[nodiscard]] Text WindowText(HWND window);
 
-// The person at the screen: has a plan of what to do with each dialog as it appears. All on one thread: a step
-// runs from the message loop of the dialog that it is for.
+// The person at the screen: has a plan of what to do with each dialog as it appears. All on one thread: a
+// step runs from the message loop of the dialog that it is for.
 class User {
  public:
   User();
@@ -53,9 +54,12 @@ class User {
   User& operator=(const User&) = delete;
   ~User();
 
-  // The next dialog to appear has this title; then `step` is done with it. A dialog of another title, a dialog
-  // without a plan, and a step that throws are noted in problems(), and the dialog is closed by Escape.
+  // The next dialog to appear has this title; then `step` is done with it. A dialog of another title, a
+  // dialog without a plan, and a step that throws are noted in problems(), and the dialog is closed by
+  // Escape.
   void Expect(TextView title, std::function<void(const Dialog&)> step);
+  // The next progress window; those without a plan come and go unheeded.
+  void ExpectProgress(std::function<void(const Dialog&)> step);
   // Runs `step` once the messages that wait now have been seen to.
   void Then(std::function<void()> step);
   // Runs messages until none is waiting.
@@ -63,17 +67,18 @@ class User {
 
   [[nodiscard]] const std::vector<std::string>& problems() const { return problems_; }
   // Plans whose dialog never appeared.
-  [[nodiscard]] std::size_t pending() const { return plans_.size(); }
+  [[nodiscard]] std::size_t pending() const { return plans_.size() + progress_plans_.size(); }
 
  private:
   struct Plan {
-    Text title;
+    Text title;  // empty for a progress window
     std::function<void(const Dialog&)> step;
   };
 
   static LRESULT CALLBACK Hook(int code, WPARAM window, LPARAM details);
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second);
   void Appeared(HWND window);
+  void Follow(std::deque<Plan>& plans, const Dialog& dialog);
   void Attempt(const std::function<void()>& step, HWND window);
 
   static inline User* current_ = nullptr;
@@ -81,6 +86,7 @@ class User {
   HHOOK hook_;
   std::set<HWND> seen_;
   std::deque<Plan> plans_;
+  std::deque<Plan> progress_plans_;
   std::deque<std::function<void()>> steps_;
   std::vector<std::string> problems_;
 };

@@ -70,7 +70,7 @@ TEST_F(CurlInternetTest, PostsTheBytesAsTheyAreAndReadsTheAnswerByBlocks) {
   ASSERT_EQ(server.requests().size(), 1U);
   const std::string request = server.requests()[0];
   EXPECT_EQ(request.substr(0, request.find("\r\n")), "POST /Tools/x.asp HTTP/1.1");
-  EXPECT_EQ(request.substr(request.find("\r\n\r\n") + 4), body);
+  EXPECT_EQ(BodyOf(request), body);
   EXPECT_NE(request.find("User-Agent: the agent\r\n"), std::string::npos);
   EXPECT_NE(request.find(kForm), std::string::npos);
   for (const char* header : {"Accept:", "Expect:", "Authorization:"}) {
@@ -83,7 +83,7 @@ TEST_F(CurlInternetTest, ALargeBodyIsSentOnceAndWhole) {
   const std::string body(5'000'000, 'n');
   EXPECT_EQ(PostTo(server.port(), body).bytes, "000");
   ASSERT_EQ(server.requests().size(), 1U);
-  EXPECT_EQ(server.requests()[0].size() - server.requests()[0].find("\r\n\r\n") - 4, body.size());
+  EXPECT_EQ(BodyOf(server.requests()[0]).size(), body.size());
 }
 
 TEST_F(CurlInternetTest, EveryPostHasAConnectionOfItsOwn) {

@@ -55,6 +55,11 @@ std::string HttpAnswer(const std::string& body) {
   return "HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
 }
 
+std::string BodyOf(const std::string& request) {
+  const std::size_t head = request.find("\r\n\r\n");
+  return head == std::string::npos ? "" : request.substr(head + 4);
+}
+
 LoopbackServer::LoopbackServer(std::vector<std::string> answers) : answers_(std::move(answers)) {
   const BoundSocket bound = BindLoopback();
   listener_ = bound.descriptor;
@@ -67,11 +72,17 @@ LoopbackServer::~LoopbackServer() {
   ::shutdown(listener_, SHUT_RDWR);  // ends the accept
   thread_.join();
   ::close(listener_);
+  for (const int connection : silent_) ::close(connection);
 }
 
 std::vector<std::string> LoopbackServer::requests() const {
   const std::lock_guard lock(mutex_);
   return requests_;
+}
+
+void LoopbackServer::WaitForRequests(std::size_t count) {
+  std::unique_lock lock(mutex_);
+  came_.wait(lock, [&] { return requests_.size() >= count; });
 }
 
 void LoopbackServer::Serve() {
@@ -83,7 +94,12 @@ void LoopbackServer::Serve() {
       const std::lock_guard lock(mutex_);
       requests_.push_back(std::move(request));
     }
+    came_.notify_all();
     const std::string& answer = answers_[std::min(count, answers_.size() - 1)];
+    if (answer == kSilence) {
+      silent_.push_back(connection);
+      continue;
+    }
     (void)::send(connection, answer.data(), answer.size(), MSG_NOSIGNAL);
     ::close(connection);
   }

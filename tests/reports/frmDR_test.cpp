@@ -1,17 +1,9 @@
 #include "reports/frmDR.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "account/frmLogin.h"
-#include "addin/common/AlertBox.h"
-#include "platform/memory/failing_platform.h"
-#include "platform/memory/fixed_clock.h"
-#include "platform/memory/memory_recordset.h"
-#include "platform/memory/memory_settings.h"
-#include "platform/memory/memory_workbook.h"
-#include "platform/memory/scripted_forms.h"
-#include "platform/memory/scripted_internet.h"
+#include "tests/support/addin_test.h"
 
 namespace quorvel {
 namespace {
@@ -19,129 +11,105 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct Alert {
-  Text message;
-  int style = 0;
-  Text title;
-
-  friend bool operator==(const Alert&, const Alert&) = default;
-};
-
-void PrintTo(const Alert& alert, std::ostream* out) {
-  *out << ToUtf8(alert.title) << ": " << ToUtf8(alert.message) << " (" << alert.style << ")";
-}
-
 Alert Information(TextView message) {
   return {Text(message), kInformation, u"SMS"};
+}
+
+Alert Warning(TextView message) {
+  return {Text(message), kWarning, u"SMS"};
 }
 
 Alert Critical(TextView message) {
   return {Text(message), kCritical, u"SMS"};
 }
 
-// An account that is logged in on the first of March 2024, a workbook with the sheet "Data", and the form.
-class FrmDrTest : public testing::Test {
+class FrmDrTest : public AddInTest {
  protected:
-  FrmDrTest() {
-    workbook_ = &application_.OpenWorkbook(u"Data");
-    session_.LoggedIn = true;
-    session_.UserName = u" my user&co ";
-    session_.Password = u"ab";
-    settings_.Write(kModesSetting, u"L-Sheet,C-Web-Campaign");
-    forms_.On<AlertBox>([this](AlertBox& box) {
-      alerts_.push_back({box.Text1.text(), box.style(), box.caption()});
-      box.btnOk.UserPress();
-    });
+  void SetUp() override {
+    LogIn();
+    SettingsStore(settings_).Write(kModesSetting, u"L-Sheet,C-Web-Campaign");
   }
 
-  // A form whose user named the new sheet.
-  frmDR& Form(TextView sheet = u"Report") {
-    form_ = std::make_unique<frmDR>(context_);
-    form_->Load();
-    form_->txtSheetName.UserType(sheet);
-    return *form_;
+  // Opens the form by its command, names the new sheet "Report", plays `user` and closes the form.
+  void WithForm(const std::function<void(frmDR&)>& user) {
+    forms_.On<frmDR>([&](frmDR& form) {
+      form.txtSheetName.UserType(u"Report");
+      user(form);
+      form.cmdCancel.UserPress();
+    });
+    connect_.DeliveryReport();
   }
 
   // Presses cmdGet; the gateway answers `reply`.
-  ReportOutcome Get(std::string_view reply) {
+  ReportOutcome Get(frmDR& form, std::string_view reply) {
     internet_.Answer(reply);
-    frmDR& form = Form();
     form.cmdGet.UserPress();
     return form.outcome();
   }
+  ReportOutcome Get(std::string_view reply) {
+    ReportOutcome outcome{};
+    WithForm([&](frmDR& form) { outcome = Get(form, reply); });
+    return outcome;
+  }
 
-  MemorySheet* Report() { return workbook_->Find(u"Report"); }
+  MemorySheet* Report() { return application_.workbook()->Find(u"Report"); }
   Text Cell(TextView column, std::int32_t row) {
     return Report() == nullptr ? u"no sheet" : Report()->CellText({column, row});
   }
-
-  MemoryApplication application_;
-  MemoryWorkbook* workbook_ = nullptr;
-  Faults faults_;
-  FailingApplication failing_{application_, faults_};
-  ScriptedForms forms_;
-  ScriptedInternet internet_;
-  MemorySettings stored_;
-  FixedClock clock_{{2024, 3, 1, 10, 0, 0}};
-  MemoryRecordsets recordsets_{clock_};
-  Platform platform_{failing_, forms_, internet_, stored_, recordsets_, clock_, Windows1252()};
-  Session session_;
-  Progress progress_{forms_, clock_};
-  Gateway gateway_{platform_, session_, progress_};
-  SettingsStore settings_{stored_};
-  AddInContext context_{platform_, session_, progress_, gateway_, settings_};
-  std::vector<Alert> alerts_;
-  std::unique_ptr<frmDR> form_;
 };
 
 TEST_F(FrmDrTest, OpensOnTodayAndAllModes) {
-  const frmDR& form = Form();
-  EXPECT_THAT(form.cmbMode.items(), ElementsAre(u"Sheet", u"Web-Campaign", u"ALL"));
-  EXPECT_EQ(form.cmbMode.text(), u"ALL");
-  EXPECT_EQ(form.cmbFromDateYear.items().front(), u"2003");
-  EXPECT_EQ(form.cmbFromDateYear.items().back(), u"2024");
-  for (const ComboBox* year : {&form.cmbFromDateYear, &form.cmbToDateYear}) EXPECT_EQ(year->text(), u"2024");
-  for (const ComboBox* month : {&form.cmbFromDateMonth, &form.cmbTodateMonth}) {
-    EXPECT_EQ(month->text(), u"March");
-    EXPECT_EQ(month->list_count(), 12);
-  }
-  for (const ComboBox* day : {&form.cmbFromDateDay, &form.cmbToDateDay}) {
-    EXPECT_EQ(day->text(), u"1");
-    EXPECT_EQ(day->list_count(), 31);
-  }
+  WithForm([](frmDR& form) {
+    EXPECT_THAT(form.cmbMode.items(), ElementsAre(u"Sheet", u"Web-Campaign", u"ALL"));
+    EXPECT_EQ(form.cmbMode.text(), u"ALL");
+    EXPECT_EQ(form.cmbFromDateYear.items().front(), u"2003");
+    for (const ComboBox* year : {&form.cmbFromDateYear, &form.cmbToDateYear}) {
+      EXPECT_EQ(year->text(), u"2024");
+      EXPECT_EQ(year->list_count(), 22);
+    }
+    for (const ComboBox* month : {&form.cmbFromDateMonth, &form.cmbTodateMonth}) {
+      EXPECT_EQ(month->text(), u"March");
+      EXPECT_EQ(month->list_count(), 12);
+    }
+    for (const ComboBox* day : {&form.cmbFromDateDay, &form.cmbToDateDay}) {
+      EXPECT_EQ(day->text(), u"1");
+      EXPECT_EQ(day->list_count(), 31);
+    }
+  });
 }
 
 TEST_F(FrmDrTest, OffersTheDaysOfTheChosenMonth) {
-  frmDR& form = Form();
-  form.cmbFromDateDay.UserSelect(30);
-  form.cmbFromDateMonth.UserSelect(1);
-  EXPECT_EQ(form.cmbFromDateDay.list_count(), 29);
-  EXPECT_EQ(form.cmbFromDateDay.text(), u"29");
-  form.cmbFromDateYear.UserSelect(0);
-  EXPECT_EQ(form.cmbFromDateDay.list_count(), 28);
-  form.cmbTodateMonth.UserSelect(3);
-  EXPECT_EQ(form.cmbToDateDay.list_count(), 30);
-  EXPECT_EQ(form.cmbToDateDay.text(), u"1");
-  form.cmbTodateMonth.UserSelect(1);
-  form.cmbToDateYear.UserSelect(0);
-  EXPECT_EQ(form.cmbToDateDay.list_count(), 28);
+  WithForm([](frmDR& form) {
+    form.cmbFromDateDay.UserSelect(30);
+    form.cmbFromDateMonth.UserSelect(1);
+    EXPECT_EQ(form.cmbFromDateDay.list_count(), 29);
+    EXPECT_EQ(form.cmbFromDateDay.text(), u"29");
+    form.cmbFromDateYear.UserSelect(0);
+    EXPECT_EQ(form.cmbFromDateDay.list_count(), 28);
+    form.cmbTodateMonth.UserSelect(3);
+    EXPECT_EQ(form.cmbToDateDay.list_count(), 30);
+    EXPECT_EQ(form.cmbToDateDay.text(), u"1");
+    form.cmbTodateMonth.UserSelect(1);
+    form.cmbToDateYear.UserSelect(0);
+    EXPECT_EQ(form.cmbToDateDay.list_count(), 28);
+  });
 }
 
 TEST_F(FrmDrTest, PostsTheCredentialsTheDatesAndTheMode) {
-  internet_.Answer("<SMS>0</SMS>");
-  internet_.Answer("<SMS>0</SMS>");
-  frmDR& form = Form();
-  form.cmdGet.UserPress();
-  form.cmbMode.UserSelect(1);
-  form.cmbFromDateMonth.UserSelect(0);
-  form.cmbFromDateDay.UserSelect(11);
-  form.cmbToDateDay.UserSelect(8);
-  form.cmdGet.UserPress();
-  ASSERT_EQ(internet_.requests().size(), 2U);
-  EXPECT_EQ(internet_.requests()[0].object, "Merrow/Get_DR.asp");
-  EXPECT_EQ(internet_.requests()[0].body,
-            "user=my user&co&passwd=o%0Do%02&FromDate=20240301&ToDate=20240301&TOD=ALL");
-  EXPECT_THAT(internet_.requests()[1].body, testing::EndsWith("&FromDate=20240112&ToDate=20240309&TOD=C"));
+  WithForm([this](frmDR& form) {
+    Get(form, "0");
+    form.cmbMode.UserSelect(1);
+    form.cmbFromDateMonth.UserSelect(0);
+    form.cmbFromDateDay.UserSelect(11);
+    form.cmbToDateDay.UserSelect(8);
+    Get(form, "0");
+  });
+  const auto requests = NewRequests();
+  ASSERT_EQ(requests.size(), 2U);
+  EXPECT_EQ(requests[0].object, "Merrow/Get_DR.asp");
+  // The key of that noon is 6, and the first random place in three characters is the third.
+  EXPECT_EQ(requests[0].body, "user=joe@x&passwd=xG%06%7D%03&FromDate=20240301&ToDate=20240301&TOD=ALL");
+  EXPECT_THAT(requests[1].body, testing::EndsWith("&FromDate=20240112&ToDate=20240309&TOD=C"));
 }
 
 TEST_F(FrmDrTest, WritesTheRecordsUnderABoldHeading) {
@@ -149,9 +117,9 @@ TEST_F(FrmDrTest, WritesTheRecordsUnderABoldHeading) {
                 "b\x01"
                 "c\r\nd</SMS>"),
             ReportOutcome::kWritten);
-  EXPECT_THAT(alerts_, IsEmpty());
+  EXPECT_THAT(NewAlerts(), IsEmpty());
   ASSERT_NE(Report(), nullptr);
-  EXPECT_EQ(workbook_->active().name(), u"Report");
+  EXPECT_EQ(sheet().name(), u"Report");
   EXPECT_EQ(Cell(u"A", 1) + u"|" + Cell(u"B", 1), u"No|Day");
   EXPECT_EQ(Cell(u"A", 2) + u"|" + Cell(u"B", 2), u"11|2024-03-01");
   EXPECT_EQ(Cell(u"A", 3) + u"|" + Cell(u"B", 3), u"22|a,b,c d");
@@ -165,10 +133,8 @@ TEST_F(FrmDrTest, GoesOnBehindColumnZ) {
   std::string record = "1";
   for (int i = 2; i <= 28; ++i) record += "-" + std::to_string(i);
   EXPECT_EQ(Get("<SMS>" + record + "," + record + "</SMS>"), ReportOutcome::kWritten);
-  ASSERT_NE(Report(), nullptr);
   EXPECT_EQ(Cell(u"Z", 1) + Cell(u"AA", 1), u"2627");
   EXPECT_EQ(Cell(u"AB", 2), u"28");
-  EXPECT_TRUE(Report()->Bold({u"AB", 1}));
 }
 
 TEST_F(FrmDrTest, ReportsEveryAnswerThatIsNoReport) {
@@ -191,90 +157,93 @@ TEST_F(FrmDrTest, ReportsEveryAnswerThatIsNoReport) {
   };
   for (const Case& expected : cases) {
     SCOPED_TRACE(expected.reply);
-    alerts_.clear();
     EXPECT_EQ(Get(expected.reply), expected.outcome);
-    EXPECT_THAT(alerts_, ElementsAre(expected.alert));
+    EXPECT_THAT(NewAlerts(), ElementsAre(expected.alert));
     EXPECT_EQ(Report(), nullptr);
     EXPECT_EQ(forms_.Open<frmDisplay>(), nullptr);
   }
 }
 
 TEST_F(FrmDrTest, SaysWhenTheAnswerBrokeOff) {
-  const Alert cut{u"The connection broke off. The report is incomplete. Please get it again.", kWarning,
-                  u"SMS"};
   EXPECT_EQ(Get("<SMS>No-State,11-DEL"), ReportOutcome::kNotFetched);
-  EXPECT_THAT(alerts_, ElementsAre(cut));
+  EXPECT_THAT(
+      NewAlerts(),
+      ElementsAre(Warning(u"The connection broke off. The report is incomplete. Please get it again.")));
   EXPECT_EQ(Cell(u"B", 2), u"DEL");
 }
 
 TEST_F(FrmDrTest, ChecksTheFieldsInOrder) {
-  frmDR& form = Form(u"");
-  form.cmbToDateYear.UserSelect(0);
-  application_.CloseWorkbook();
-  form.cmdGet.UserPress();
-  workbook_ = &application_.OpenWorkbook(u"Data");
-  form.cmdGet.UserPress();
-  form.txtSheetName.UserType(u"dATA");
-  form.cmdGet.UserPress();
-  form.txtSheetName.UserType(u"Data 2");
-  form.cmdGet.UserPress();
-  EXPECT_THAT(alerts_,
+  WithForm([this](frmDR& form) {
+    form.txtSheetName.UserType(u"");
+    form.cmbToDateYear.UserSelect(0);
+    application_.CloseWorkbook();
+    form.cmdGet.UserPress();
+    application_.OpenWorkbook(u"Data");
+    form.cmdGet.UserPress();
+    form.txtSheetName.UserType(u"dATA");
+    form.cmdGet.UserPress();
+    form.txtSheetName.UserType(u"Data 2");
+    form.cmdGet.UserPress();
+  });
+  EXPECT_THAT(NewAlerts(),
               ElementsAre(Information(u"Work book does not exit. Please check"),
                           Information(u"Sheet name should not be empty"),
                           Information(u"Sheet name(dATA) already exits.\r\nPlease choose some other"),
                           Information(u"From date should be less than To Date")));
-  EXPECT_THAT(internet_.calls(), IsEmpty());
+  EXPECT_THAT(NewRequests(), IsEmpty());
 }
 
 TEST_F(FrmDrTest, NobodyLoggedInMeansNoRequest) {
-  session_.LoggedIn = false;
-  frmDR& form = Form();
+  connect_.Logout();
+  EXPECT_EQ(NewAlerts().size(), 1U);
   forms_.On<frmLogin>([](frmLogin& login) { login.cmdCancel.UserPress(); });
-  form.cmdGet.UserPress();
-  EXPECT_THAT(internet_.calls(), IsEmpty());
-  EXPECT_THAT(alerts_, IsEmpty());
+  WithForm([](frmDR& form) { form.cmdGet.UserPress(); });
+  EXPECT_THAT(NewRequests(), IsEmpty());
+  EXPECT_THAT(NewAlerts(), IsEmpty());
 
   forms_.On<frmLogin>([this](frmLogin& login) {
-    session_.LoggedIn = true;
+    connect_.BeginSession(u"joe");
     login.Unload();
   });
-  internet_.Answer("No,1");
-  form.cmdGet.UserPress();
-  EXPECT_EQ(form.outcome(), ReportOutcome::kWritten);
+  EXPECT_EQ(Get("No,1"), ReportOutcome::kWritten);
 }
 
 TEST_F(FrmDrTest, KeepsWhatWasWrittenWhenTheHostFails) {
   faults_.Fail("Sheet::Write", 4, 1);
-  EXPECT_EQ(Get("<SMS>No-State,1-A,2-B</SMS>"), ReportOutcome::kNotFetched);
-  ASSERT_EQ(alerts_.size(), 1U);
-  EXPECT_EQ(alerts_.front().title, u"Error");
-  EXPECT_EQ(Cell(u"A", 2) + Cell(u"B", 2), u"1");
-  EXPECT_EQ(forms_.Open<frmDisplay>(), nullptr);
+  WithForm([this](frmDR& form) {
+    EXPECT_EQ(Get(form, "<SMS>No-State,1-A,2-B</SMS>"), ReportOutcome::kNotFetched);
+    EXPECT_THAT(NewAlerts(), ElementsAre(GeneralError(u"Application-defined or object-defined error")));
+    EXPECT_EQ(Cell(u"A", 2) + Cell(u"B", 2), u"1");
+    EXPECT_EQ(forms_.Open<frmDisplay>(), nullptr);
 
-  internet_.Answer("No,1");
-  form_->txtSheetName.UserType(u"Again");
-  form_->cmdGet.UserPress();
-  EXPECT_EQ(form_->outcome(), ReportOutcome::kWritten);
+    form.txtSheetName.UserType(u"Again");
+    EXPECT_EQ(Get(form, "No,1"), ReportOutcome::kWritten);
+  });
 }
 
 TEST_F(FrmDrTest, StopsWritingWhenTheUserCancels) {
-  progress_.CancelRequested = true;  // left over from an earlier send
   forms_.OnYield([this] {
     frmDisplay* const window = forms_.Open<frmDisplay>();
-    if (window != nullptr && Report() != nullptr && Report()->UsedRows() == 3)
-      window->Cancel_Process.UserPress();
+    if (window != nullptr && Cell(u"A", 3) == u"2") window->Cancel_Process.UserPress();
   });
-  EXPECT_EQ(Get("<SMS>No,1,2,3,4,5</SMS>"), ReportOutcome::kNotFetched);
-  ASSERT_NE(Report(), nullptr);
-  EXPECT_EQ(Report()->UsedRows(), 3);
-  EXPECT_THAT(alerts_,
-              ElementsAre(Alert{u"3 of 5 records were left out because you cancelled.", kWarning, u"SMS"}));
+  WithForm([this](frmDR& form) {
+    EXPECT_EQ(Get(form, "<SMS>No,1,2,3,4,5</SMS>"), ReportOutcome::kNotFetched);
+    EXPECT_EQ(Cell(u"A", 3) + Cell(u"A", 4), u"2");
+    EXPECT_THAT(NewAlerts(), ElementsAre(Warning(u"3 of 5 records were left out because you cancelled.")));
+
+    forms_.OnYield({});
+    form.txtSheetName.UserType(u"Again");
+    EXPECT_EQ(Get(form, "<SMS>No,1,2</SMS>"), ReportOutcome::kWritten);
+  });
 }
 
 TEST_F(FrmDrTest, ASecondPressWhileFetchingDoesNothing) {
-  forms_.OnYield([this] { form_->cmdGet.UserPress(); });
-  EXPECT_EQ(Get("<SMS>No,1</SMS>"), ReportOutcome::kWritten);
-  EXPECT_EQ(internet_.requests().size(), 1U);
+  WithForm([this](frmDR& form) {
+    forms_.OnYield([&form] { form.cmdGet.UserPress(); });
+    EXPECT_EQ(Get(form, "<SMS>No,1</SMS>"), ReportOutcome::kWritten);
+    forms_.OnYield({});
+  });
+  EXPECT_EQ(NewRequests().size(), 1U);
 }
 
 // A sheet of three rows.
@@ -303,18 +272,20 @@ class ShortApplication : public MemoryApplication {
 
 TEST_F(FrmDrTest, SaysWhatTheSheetHadNoRowsFor) {
   ShortApplication application;
-  const Platform platform{application, forms_, internet_, stored_, recordsets_, clock_, Windows1252()};
-  const AddInContext context{platform, session_, progress_, gateway_, settings_};
-  for (const std::string_view reply : {"<SMS>No,1,2</SMS>", "<SMS>No,1,2,3,4,5</SMS>"}) {
-    internet_.Answer(reply);
-    frmDR form(context);
-    form.Load();
+  const Platform platform{application, forms_, internet_, settings_, recordsets_, clock_, Windows1252()};
+  Connect connect(platform);
+  connect.OnConnection();
+  connect.BeginSession(u"joe");
+  forms_.On<frmDR>([this](frmDR& form) {
     form.txtSheetName.UserType(u"Report");
-    form.cmdGet.UserPress();
-    EXPECT_EQ(form.outcome(), ReportOutcome::kWritten);
-  }
-  EXPECT_THAT(alerts_, ElementsAre(Alert{u"3 of 5 records were left out because the sheet has no more rows.",
-                                         kWarning, u"SMS"}));
+    EXPECT_EQ(Get(form, "<SMS>No,1,2</SMS>"), ReportOutcome::kWritten);
+    EXPECT_THAT(NewAlerts(), IsEmpty());
+    EXPECT_EQ(Get(form, "<SMS>No,1,2,3,4,5</SMS>"), ReportOutcome::kWritten);
+    form.cmdCancel.UserPress();
+  });
+  connect.DeliveryReport();
+  EXPECT_THAT(NewAlerts(),
+              ElementsAre(Warning(u"3 of 5 records were left out because the sheet has no more rows.")));
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "tests/send/send_test.h"
+#include "send_fixture.h"
 
 namespace quorvel {
 namespace {
@@ -33,9 +33,9 @@ TEST(Placeholders, AreOneLetterBetweenTwoMarks) {
   };
   for (const auto& [message, columns] :
        {Row{u"", u""}, Row{u"#", u""}, Row{u"no # here", u""}, Row{u"#B#", u"B"}, Row{u"# B #", u"B"},
-        Row{u"#AB#", u""}, Row{u"#AB#B#", u"B"}, Row{u"#A#B#", u"A"}, Row{u"#A##B#", u"AB"}, Row{u"##B#", u"B"},
-        Row{u"##", u""}, Row{u"#B# #C# #B#", u"BCB"}, Row{u"50# off #B#", u"B"}, Row{u"#z#Z#z#", u"zz"},
-        Row{u"#B", u""}, Row{u"# # #B#", u"B"}, Row{u"#\tB#", u""}}) {
+        Row{u"#AB#", u""}, Row{u"#AB#B#", u"B"}, Row{u"#A#B#", u"A"}, Row{u"#A##B#", u"AB"},
+        Row{u"##B#", u"B"}, Row{u"##", u""}, Row{u"#B# #C# #B#", u"BCB"}, Row{u"50# off #B#", u"B"},
+        Row{u"#z#Z#z#", u"zz"}, Row{u"#B", u""}, Row{u"# # #B#", u"B"}, Row{u"#\tB#", u""}}) {
     const std::vector<char16_t> found = ScanPlaceholders(message);
     EXPECT_EQ(Text(found.begin(), found.end()), columns) << ToUtf8(message);
   }
@@ -56,7 +56,9 @@ TEST_F(CompositionTest, NumbersAreCleanedOfDotsHyphensAndBlanksOnly) {
                       {Text(u"9.876543211E9"), "9876543211E9"},
                       {Text(u"00447700900123"), "00447700900123"},
                       {Text(u" +44 (7700) 900-123. "), "+44(7700)900123"},
-                      {Text(u"98765\u00A043210\t"), "98765\xA0" "43210\t"},
+                      {Text(u"98765\u00A043210\t"),
+                       "98765\xA0"
+                       "43210\t"},
                       {Text(u"#N/A"), "#N/A"},
                       {true, "True"},
                       {Date{45352}, "3/1/2024"},
@@ -78,7 +80,8 @@ TEST_F(CompositionTest, TheCountryCodeGoesBeforeValuesOfTheChosenLength) {
     TextView code;
     std::string_view numbers;
   };
-  Fill({{9876543210.0}, {Text(u"98765 43210")}, {Text(u"98765-4321")}, {Text(u"098765432100")}, {Text(u"-")}});
+  Fill(
+      {{9876543210.0}, {Text(u"98765 43210")}, {Text(u"98765-4321")}, {Text(u"098765432100")}, {Text(u"-")}});
   for (const auto& [length, code, numbers] :
        {Row{10, u"+44", "+449876543210,9876543210,+44987654321,098765432100"},
         Row{11, u"44", "9876543210,449876543210,987654321,098765432100"},
@@ -103,7 +106,10 @@ TEST_F(CompositionTest, RowsWithoutANumberArePassedOverAndCountForNothing) {
         {Text(u" .- "), Text(u"c")},
         {Text(u"x"), Text(u"d")},  // beyond row 1 a number is what the cell holds
         {Text(u"2"), Text(u"e")}});
-  EXPECT_EQ(Send(u"#B#").body, StandardBody("1,x,2", "%23B%23", "B%01a\x7F" "B%01d\x7F" "B%01e"));
+  EXPECT_EQ(Send(u"#B#").body, StandardBody("1,x,2", "%23B%23",
+                                            "B%01a\x7F"
+                                            "B%01d\x7F"
+                                            "B%01e"));
   EXPECT_EQ(NewAlerts().front().message, u"3 SMS Messages Sent");
   EXPECT_EQ(Numbers([](frmSendSMS& form) {
               form.optRows.UserChoose();
@@ -115,10 +121,10 @@ TEST_F(CompositionTest, RowsWithoutANumberArePassedOverAndCountForNothing) {
 TEST_F(CompositionTest, AnEmptyColumnIsToldAndAnErrorValueStopsTheSendAtItsRow) {
   sheet().Set({u"B", 3}, Text(u"x"));
   ExpectNotSent(u"Hi");
-  EXPECT_THAT(NewAlerts(),
-              ElementsAre(Alert{
-                  u"0 SMS Messages Sent\r\nThere are no Mobilenumbers available in specified colum.", kInformation,
-                  Text(kSendTitle)}));
+  EXPECT_THAT(
+      NewAlerts(),
+      ElementsAre(Alert{u"0 SMS Messages Sent\r\nThere are no Mobilenumbers available in specified colum.",
+                        kInformation, Text(kSendTitle)}));
   EXPECT_EQ(focus_, "cmbMobileNumbersCell");
 
   Fill({{Text(u"1")}, {CellError{2042}}});

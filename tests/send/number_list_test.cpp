@@ -4,13 +4,13 @@
 
 #include <random>
 
-#include "tests/send/send_test.h"
+#include "send_fixture.h"
 
 namespace quorvel {
 namespace {
 
-// Against a search of the whole list: numbers of mixed lengths over few different characters, some with commas,
-// so that they lie inside of each other, across the joints and at both ends.
+// Against a search of the whole list: numbers of mixed lengths over few different characters, some with
+// commas, so that they lie inside of each other, across the joints and at both ends.
 TEST(NumberList, ContainsWhatOccursAnywhereInTheJoinedList) {
   std::mt19937 random(4711);
   const auto up_to = [&](int last) { return std::uniform_int_distribution<int>(0, last)(random); };
@@ -19,7 +19,8 @@ TEST(NumberList, ContainsWhatOccursAnywhereInTheJoinedList) {
     const TextView alphabet = round % 2 == 0 ? TextView(u"12") : TextView(u"12,");
     const auto number = [&] {
       Text text(static_cast<std::size_t>(1 + up_to(longest - 1)), u'1');
-      for (char16_t& unit : text) unit = alphabet[static_cast<std::size_t>(up_to(static_cast<int>(alphabet.size()) - 1))];
+      for (char16_t& unit : text)
+        unit = alphabet[static_cast<std::size_t>(up_to(static_cast<int>(alphabet.size()) - 1))];
       return text;
     };
     NumberList list;
@@ -44,9 +45,9 @@ using DuplicatesTest = SendTest;
 
 TEST_F(DuplicatesTest, ASkippedRowLeavesNoTraceInTheOtherLists) {
   Fill({{9198765432.0, Text(u"a"), Text(u"a@x")},
-        {Text(u"98765432"), Text(u"b"), Text(u"b@x")},     // the tail of the first
-        {Text(u"91-9876 5432"), Text(u"c"), Text(u"c@x")}, // the first, written otherwise
-        {Text(u"198765432"), Text(u"d"), Text(u"d@x")},    // its middle
+        {Text(u"98765432"), Text(u"b"), Text(u"b@x")},      // the tail of the first
+        {Text(u"91-9876 5432"), Text(u"c"), Text(u"c@x")},  // the first, written otherwise
+        {Text(u"198765432"), Text(u"d"), Text(u"d@x")},     // its middle
         {Text(u"2,9"), Text(u"e"), Text(u"e@x")},
         {Text(u"9198765433"), Text(u"f"), Text(u"f@x")}});
   const auto with_copies = [](frmSendSMS& form) {
@@ -61,7 +62,10 @@ TEST_F(DuplicatesTest, ASkippedRowLeavesNoTraceInTheOtherLists) {
                    ChooseNoDuplicates(form);
                  })
                 .body,
-            StandardBody("9198765432,2,9,9198765433", "%23B%23", "B%01a\x7F" "B%01e\x7F" "B%01f",
+            StandardBody("9198765432,2,9,9198765433", "%23B%23",
+                         "B%01a\x7F"
+                         "B%01e\x7F"
+                         "B%01f",
                          "&IsConcatSMS=0&sendEmail=1&EmailSubject=S&EmailAdresses=a%40x%2Ce%40x%2Cf%40x"
                          "&FromEmailID=&FromEmailPwd="));
   EXPECT_EQ(NewAlerts().front().message, u"3 SMS Messages Sent");

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/runtime_error.h"
-#include "tests/send/send_test.h"
+#include "send_fixture.h"
 
 namespace quorvel {
 namespace {
@@ -52,9 +52,10 @@ TEST_F(RowListTest, AListAtFaultSendsNothing) {
   };
   FillNumbers(3);
   for (const auto& [list, message] :
-       {Row{u"0-10", u"Invalid format in row range of rows"}, Row{u"0", u"Invalid format in row range of rows"},
-        Row{u"  ", u"Invalid format in row range of rows"}, Row{u"abc", u"Invalid format at first row"},
-        Row{u"-5", u"Invalid format at first row"}, Row{u"3-1", u"Invalid format at first row"}}) {
+       {Row{u"0-10", u"Invalid format in row range of rows"},
+        Row{u"0", u"Invalid format in row range of rows"}, Row{u"  ", u"Invalid format in row range of rows"},
+        Row{u"abc", u"Invalid format at first row"}, Row{u"-5", u"Invalid format at first row"},
+        Row{u"3-1", u"Invalid format at first row"}}) {
     ExpectNotSent(u"Hi", [&](frmSendSMS& form) {
       form.optRows.UserChoose();
       form.txtRows.UserType(list);
@@ -70,19 +71,18 @@ TEST_F(RowListTest, EveryWayOfChoosingRowsReachesTheWire) {
     std::string_view numbers;
   };
   FillNumbers(4);
-  for (const auto& [choose, numbers] :
-       {Row{{}, "9000000001,9000000002,9000000003,9000000004"},
-        Row{[](frmSendSMS& form) {
-              form.optRowRange.UserChoose();
-              form.txtStartRow.UserType(u" 2");
-              form.txtEndRow.UserType(u"3 ");
-            },
-            "9000000002,9000000003"},
-        Row{[](frmSendSMS& form) {
-              form.optRows.UserChoose();
-              form.txtRows.UserType(u"3-4, 1, 3");
-            },
-            "9000000003,9000000004,9000000001,9000000003"}}) {
+  for (const auto& [choose, numbers] : {Row{{}, "9000000001,9000000002,9000000003,9000000004"},
+                                        Row{[](frmSendSMS& form) {
+                                              form.optRowRange.UserChoose();
+                                              form.txtStartRow.UserType(u" 2");
+                                              form.txtEndRow.UserType(u"3 ");
+                                            },
+                                            "9000000002,9000000003"},
+                                        Row{[](frmSendSMS& form) {
+                                              form.optRows.UserChoose();
+                                              form.txtRows.UserType(u"3-4, 1, 3");
+                                            },
+                                            "9000000003,9000000004,9000000001,9000000003"}}) {
     EXPECT_EQ(Send(u"Hi", choose).body, StandardBody(numbers, "Hi", ""));
   }
 }

@@ -2,7 +2,7 @@
 
 #include "account/frmLogin.h"
 #include "preview/frmPreviewSMS.h"
-#include "tests/send/send_test.h"
+#include "send_fixture.h"
 
 namespace quorvel {
 namespace {
@@ -37,7 +37,8 @@ TEST_F(SendCommandTest, ChecksEndAtTheFirstThatFailsAndLeadToItsField) {
       {[](frmSendSMS& f) { f.txtStartRow.UserType(u"-3"); }, Told(u"Start row should be greater than zero"),
        "txtStartRow"},
       {[](frmSendSMS& f) { f.txtStartRow.UserType(u" 11 "); }, Told(u"Please enter end row"), "txtEndRow"},
-      {[](frmSendSMS& f) { f.txtEndRow.UserType(u"1 1"); }, Told(u"End row should be numeric only"), "txtEndRow"},
+      {[](frmSendSMS& f) { f.txtEndRow.UserType(u"1 1"); }, Told(u"End row should be numeric only"),
+       "txtEndRow"},
       {[](frmSendSMS& f) { f.txtEndRow.UserType(u"-1"); }, Told(u"End row should be greater than zero"),
        "txtEndRow"},
       {[](frmSendSMS& f) { f.txtEndRow.UserType(u"9"); }, Told(u"End row should be greater than Start row"),
@@ -136,9 +137,10 @@ TEST_F(SendCommandTest, AScheduleIsAskedForByItsMomentAndSentInWholeMinutes) {
     ChooseSchedule(form);
     form.chkNotifyMe.UserSet(true);
   });
-  EXPECT_THAT(forms_.questions(),
-              ElementsAre(ScriptedForms::Question{
-                  u"Are You Sure You Want To Set Scheculer On 'Saturday 02 March 2024 12:00 PM'", 68, u"SMS", {}}));
+  EXPECT_THAT(
+      forms_.questions(),
+      ElementsAre(ScriptedForms::Question{
+          u"Are You Sure You Want To Set Scheculer On 'Saturday 02 March 2024 12:00 PM'", 68, u"SMS", {}}));
   EXPECT_EQ(request.object, "Merrow/SaveSchedulerData_Excel_Dynamic.asp");
   EXPECT_EQ(request.body,
             StandardBody("9000000001", "Hi", "",
@@ -175,7 +177,8 @@ TEST_F(SendCommandTest, AMomentThatIsNoneOrHasPassedPutsTheYearAndMonthBack) {
               ElementsAre(Told(u"Please Correct Your System Clock And Submit Again.", u"SMS Scheduler")));
 }
 
-// Whatever the time, the pickers begin with a moment that is still ahead and offer no day that does not exist.
+// Whatever the time, the pickers begin with a moment that is still ahead and offer no day that does not
+// exist.
 TEST_F(SendCommandTest, PickersBeginWithinTheHourAhead) {
   Fill({{9000000001.0}});
   for (const DateParts& now :
@@ -226,8 +229,7 @@ TEST_F(SendCommandTest, TheTextDecidesBetweenTheSends) {
        {Row{u"plain \u00E9\u00FF", false, "ver=1.0"}, Row{u"plain", true, "ver=1.2"},
         Row{u"\u0627", false, "ver=1.2"}, Row{u"a\u20AC", false, "ver=1.2"}, Row{u"\u8BDD", false, "ver=1.0"},
         Row{u"\u8BDD\u0100", false, "ver=1.2"}, Row{u"\U0001F600", false, "ver=1.0"}}) {
-    const auto request =
-        Send(message, [&](frmSendSMS& form) { form.ChkBox_LanguageSMS.UserSet(language); });
+    const auto request = Send(message, [&](frmSendSMS& form) { form.ChkBox_LanguageSMS.UserSet(language); });
     EXPECT_THAT(request.body, HasSubstr(version)) << ToUtf8(message);
   }
   WithSendForm([&](frmSendSMS& form) {

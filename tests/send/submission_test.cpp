@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "preview/frmPreviewSMS.h"
-#include "tests/send/send_test.h"
+#include "send_fixture.h"
 
 namespace quorvel {
 namespace {
@@ -18,10 +18,9 @@ TEST_F(SubmissionTest, GoesToTheAccountsServerAsOneForm) {
   Fill({{Text(u"1"), Text(u"Ann")}});
   const auto request = Send(u"Hello #B#, 1 < 2 & so on");
   EXPECT_EQ(request,
-            (ScriptedInternet::Request{
-                u"sms.example", 80, "Tools/Excel_Plugin/SaveBulkSMS.aspx",
-                "Content-Type: application/x-www-form-urlencoded\r\n",
-                StandardBody("1", "Hello+%23B%23%2C+1+%3C+2+%26+so+on", "B%01Ann")}));
+            (ScriptedInternet::Request{u"sms.example", 80, "Tools/Excel_Plugin/SaveBulkSMS.aspx",
+                                       "Content-Type: application/x-www-form-urlencoded\r\n",
+                                       StandardBody("1", "Hello+%23B%23%2C+1+%3C+2+%26+so+on", "B%01Ann")}));
 }
 
 TEST_F(SubmissionTest, EveryOptionHasItsPlaceInTheBody) {
@@ -93,7 +92,8 @@ TEST_F(SubmissionTest, ThePageAndTheEscapesFollowTheSizeOfTheJob) {
     EXPECT_EQ(request.object, path) << rows;
     EXPECT_EQ(std::count(request.body.begin(), request.body.end(), ','), rows - 1);
     const std::string_view message = request.body;
-    const std::string_view expected = escaped ? "&message=1%7CSMSC%5FLT%7C2%7CSMSC%5FGT%7C0&" : "&message=1%3C2%3E0&";
+    const std::string_view expected =
+        escaped ? "&message=1%7CSMSC%5FLT%7C2%7CSMSC%5FGT%7C0&" : "&message=1%3C2%3E0&";
     const bool grouped = request.body.find("&message=%23A%23&") != std::string::npos;
     EXPECT_TRUE(grouped || message.find(expected) != std::string_view::npos) << rows;
   }
@@ -124,11 +124,13 @@ TEST_F(SubmissionTest, EveryReplyHasItsMessageAndNoneASecondPost) {
     TextView no_credit;
     TextView accepted_title, refused_title;
   };
-  const Kind kinds[] = {
-      {u"Hi", {}, u"No Balance. Please buy SMS", kSendTitle, kSendTitle},
-      {u"\u0627", {}, u"No Balance. Please buy SMS credits to continue sending SMS.", u"S M S Application",
-       u"SMS Application"},
-      {u"Hi", ChooseGroups, u"No Balance. Please buy SMS.", kSendTitle, kSendTitle}};
+  const Kind kinds[] = {{u"Hi", {}, u"No Balance. Please buy SMS", kSendTitle, kSendTitle},
+                        {u"\u0627",
+                         {},
+                         u"No Balance. Please buy SMS credits to continue sending SMS.",
+                         u"S M S Application",
+                         u"SMS Application"},
+                        {u"Hi", ChooseGroups, u"No Balance. Please buy SMS.", kSendTitle, kSendTitle}};
   Fill({{Text(u"1")}, {Text(u"2")}});
   for (const Kind& kind : kinds) {
     struct Row {
@@ -152,7 +154,8 @@ TEST_F(SubmissionTest, EveryReplyHasItsMessageAndNoneASecondPost) {
       const std::vector<Alert> alerts = NewAlerts();
       ASSERT_EQ(alerts.size(), 1U) << reply;
       EXPECT_EQ(alerts[0].message, message) << reply;
-      EXPECT_EQ(alerts[0].title, outcome == SendOutcome::kAccepted ? kind.accepted_title : kind.refused_title);
+      EXPECT_EQ(alerts[0].title,
+                outcome == SendOutcome::kAccepted ? kind.accepted_title : kind.refused_title);
     }
   }
 }

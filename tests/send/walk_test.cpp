@@ -2,7 +2,7 @@
 
 #include "addin/common/frmDisplay.h"
 #include "preview/frmPreviewSMS.h"
-#include "tests/send/send_test.h"
+#include "send_fixture.h"
 
 namespace quorvel {
 namespace {
@@ -22,7 +22,9 @@ Text X(std::size_t length) {
 Question AskLong(TextView row) {
   return {u"SMS message contains more than 160 characters for the row(" + Text(row) +
               u"). \r\nWould you like to send more than 160 characters.",
-          1, Text(kSendTitle), {}};
+          1,
+          Text(kSendTitle),
+          {}};
 }
 
 TEST_F(WalkTest, LongMessagesAreAskedForOnceByWhatIsMerged) {
@@ -70,8 +72,9 @@ TEST_F(WalkTest, ThePreviewShowsWhatWillBeSentAndDecides) {
   ExpectNotSent(u"Hi #B#", ChoosePreview, SendOutcome::kCancelled);
   EXPECT_THAT(shown, ElementsAre(u"911", u"Hi Ann", u"1/2", u"22", u"Hi Bob"));
   approve = true;
-  EXPECT_EQ(Send(u"Hi #B#", ChoosePreview).body,
-            StandardBody("911,22", "Hi+%23B%23", "B%01Ann\x7F" "B%01Bob"));
+  EXPECT_EQ(Send(u"Hi #B#", ChoosePreview).body, StandardBody("911,22", "Hi+%23B%23",
+                                                              "B%01Ann\x7F"
+                                                              "B%01Bob"));
   EXPECT_THAT(shown, ElementsAre(u"911", u"Hi Ann", u"1/2", u"22", u"Hi Bob"));
 }
 
@@ -143,7 +146,7 @@ class RowScheduleTest : public SendTest {
 };
 
 TEST_F(RowScheduleTest, EveryRowThatIsSentHasItsMinutes) {
-  Fill({{Text(u"1"), Date{45352.75}},               // 6 PM
+  Fill({{Text(u"1"), Date{45352.75}},  // 6 PM
         {{}, Text(u"no date, no number")},
         {Text(u"2"), Text(u"03/02/2024 12:00 PM")},
         {Text(u"1"), Text(u"a duplicate, not looked at")},
@@ -165,9 +168,10 @@ TEST_F(RowScheduleTest, ExpiredDatesAreAskedForOnceAndSentAtOnce) {
   forms_.AnswerNext(Answer::kYes);
   EXPECT_THAT(Send(u"Hi", choose).body, HasSubstr("&ScheduledAfterMinutes=0,0,720&"));
   EXPECT_EQ(forms_.questions().size(), 2U);
-  EXPECT_EQ(forms_.questions().back().prompt,
-            u"Column B Contains Expired Date(s). If you continue the messages with expired dates will be fired "
-            u"instantly.\r\n Do You Wish To Continue?");
+  EXPECT_EQ(
+      forms_.questions().back().prompt,
+      u"Column B Contains Expired Date(s). If you continue the messages with expired dates will be fired "
+      u"instantly.\r\n Do You Wish To Continue?");
   NewAlerts();
 
   const User again = ByColumn();

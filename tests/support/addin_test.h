@@ -51,9 +51,9 @@ class AddInTest : public testing::Test {
   void WithSendForm(const std::function<void(frmSendSMS&)>& user, std::string_view pulled = "");
 
   // The requests since the last call of this, LogIn or the pull of WithSendForm.
-  [[nodiscard]] std::vector<ScriptedInternet::Request> NewRequests();
+  std::vector<ScriptedInternet::Request> NewRequests();
   // The alerts since the last call of this or LogIn.
-  [[nodiscard]] std::vector<Alert> NewAlerts();
+  std::vector<Alert> NewAlerts();
 
   FixedClock clock_{{.year = 2024, .month = 3, .day = 1, .hour = 12, .minute = 0, .second = 0}};
   MemoryApplication application_;

@@ -10,14 +10,14 @@ namespace quorvel {
 inline constexpr TextView kSendTitle = u" S M S ";
 
 // The body of a standard send without options; `tail` begins behind the sender.
-[[nodiscard]] std::string StandardBody(std::string_view numbers, std::string_view message, std::string_view cells,
-                                       std::string_view tail = "&IsConcatSMS=0");
-// The body of a filtered or grouped send. The password is scrambled by the noon of the first of March 2024, as
-// each of the first three of a session.
-[[nodiscard]] std::string RecordsBody(std::string_view numbers, std::string_view message, std::string_view cells,
-                                      std::string_view tail = "&IsConcatSMS=0&TOS=N");
-[[nodiscard]] std::string UnicodeBody(std::string_view numbers, std::string_view message, std::string_view cells,
-                                      std::string_view tail = "");
+[[nodiscard]] std::string StandardBody(std::string_view numbers, std::string_view message,
+                                       std::string_view cells, std::string_view tail = "&IsConcatSMS=0");
+// The body of a filtered or grouped send. The password is scrambled by the noon of the first of March 2024,
+// as each of the first three of a session.
+[[nodiscard]] std::string RecordsBody(std::string_view numbers, std::string_view message,
+                                      std::string_view cells, std::string_view tail = "&IsConcatSMS=0&TOS=N");
+[[nodiscard]] std::string UnicodeBody(std::string_view numbers, std::string_view message,
+                                      std::string_view cells, std::string_view tail = "");
 
 // A logged-in user who sends to the numbers in column A.
 class SendTest : public AddInTest {
@@ -30,16 +30,15 @@ class SendTest : public AddInTest {
   // exactly one is expected and returned.
   ScriptedInternet::Request Send(TextView message, const User& options = {}, std::string_view reply = "000");
   // The same where nothing may be posted.
-  void ExpectNotSent(TextView message, const User& options = {},
-                     SendOutcome outcome = SendOutcome::kNotSent);
+  void ExpectNotSent(TextView message, const User& options = {}, SendOutcome outcome = SendOutcome::kNotSent);
   // Column A holds `count` different numbers of ten digits, from row 1.
   void FillNumbers(int count);
   // Presses the progress window's cancel button once its text is `text`.
   void CancelAt(TextView text);
 
   SendOutcome outcome_ = SendOutcome::kNotSent;
-  std::string focus_;               // the control that had the focus after cmdSend
-  std::string_view pulled_ = "";    // what the gateway answers to the form's pull
+  std::string focus_;             // the control that had the focus after cmdSend
+  std::string_view pulled_ = "";  // what the gateway answers to the form's pull
 
  private:
   void PressSend(TextView message, const User& options);

@@ -1,4 +1,4 @@
-#include "tests/send/send_test.h"
+#include "send_fixture.h"
 
 #include "addin/common/frmDisplay.h"
 #include "platform/numbers.h"

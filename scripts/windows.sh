@@ -1,0 +1,148 @@
+#!/usr/bin/env bash
+# Builds the Excel add-in for Windows, 32-bit and 64-bit, and its set-up program, and runs the Windows tests:
+#
+#   scripts/windows.sh           all of it
+#   scripts/windows.sh build     the DLLs and the set-up program only
+#   scripts/windows.sh pictures  the tests, and pictures of every dialog into docs/images
+#
+# The DLLs come to build/windows-x86/bin and build/windows-x64/bin, the set-up program to build/windows. The tests run under
+# wine64 with a display and a Windows of their own below build/, against the sandbox gateway outside. What is not installed is
+# skipped, saying so. QUORVEL_SANDBOX names another sandbox program than that of build/release.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+what=${1:-all}
+
+if ! command -v x86_64-w64-mingw32-g++-posix >/dev/null || ! command -v i686-w64-mingw32-g++-posix >/dev/null; then
+  echo "windows: SKIPPED, the mingw-w64 cross compilers are not installed" >&2
+  exit 0
+fi
+
+# build ARCHITECTURE TARGET...
+build() {
+  local folder=build/windows-$1 launcher=()
+  command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  # GCC 12 sees overlapping copies in text concatenations where there are none: a warning, but no error.
+  cmake -S . -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUORVEL_WERROR=ON "${launcher[@]}" \
+    -DCMAKE_CXX_FLAGS=-Wno-error=restrict "-DCMAKE_TOOLCHAIN_FILE=$PWD/cmake/mingw-$1.cmake" >/dev/null
+  cmake --build "$folder" --parallel 2 --target "${@:2}"
+}
+
+# Only the four entry points go out, and nothing but what every Windows has comes in.
+check_dll() {
+  local dll=build/windows-$1/bin/Quorvel.dll exports imports
+  exports=$("$2-objdump" -p "$dll" | sed -n 's/^\t\[ *[0-9]*\] \(.*\)/\1/p' | grep '^[A-Za-z]' | sort | tr '\n' ' ')
+  imports=$("$2-objdump" -p "$dll" | sed -n 's/^\tDLL Name: //p' | tr '[:upper:]' '[:lower:]' | sort -u)
+  if [ "$exports" != "DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer " ]; then
+    echo "windows: $dll exports $exports" >&2
+    return 1
+  fi
+  if grep -vxE '(advapi32|comctl32|gdi32|kernel32|msvcrt|ole32|oleaut32|shell32|user32|wininet)\.dll' <<<"$imports"; then
+    echo "windows: $dll needs the DLLs above, which are no part of Windows" >&2
+    return 1
+  fi
+  echo "$dll: $(stat -c %s "$dll") bytes, $(wc -l <<<"$imports") system DLLs"
+}
+
+# make_setup OUTPUT [MAKENSIS-OPTION...]
+make_setup() {
+  local version
+  version=$(sed -n 's/^project(quorvel VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+  makensis -V2 "${@:2}" "-DVERSION=$version" "-DX86_DLL=$PWD/build/windows-x86/bin/Quorvel.dll" \
+    "-DX64_DLL=$PWD/build/windows-x64/bin/Quorvel.dll" "-DLICENSE=$PWD/LICENSE" "-DOUTPUT=$PWD/$1" hosts/excel/installer.nsi
+}
+
+wine=$(command -v wine64 || command -v wine64-stable || ls /usr/lib/wine/wine64 2>/dev/null || true)
+targets=(quorvel_dll)
+[ "$what" = build ] || [ -z "$wine" ] || targets+=(excel_tests excel_addin_tests)
+build x64 "${targets[@]}"
+build x86 quorvel_dll
+check_dll x64 x86_64-w64-mingw32
+check_dll x86 i686-w64-mingw32
+
+mkdir -p build/windows
+if command -v makensis >/dev/null; then
+  make_setup build/windows/Quorvel-setup.exe
+  make_setup build/windows/Quorvel-setup-x64.exe -DTARGET_X64
+else
+  echo "windows: the set-up program is SKIPPED, makensis is not installed" >&2
+fi
+[ "$what" != build ] || exit 0
+
+sandbox=${QUORVEL_SANDBOX:-build/release/bin/quorvel-sandbox}
+for program in "${wine:-wine64}" Xvfb "$sandbox"; do
+  if ! command -v "$program" >/dev/null; then
+    echo "windows: the tests are SKIPPED, there is no $program" >&2
+    exit 0
+  fi
+done
+
+work=$(mktemp -d)
+export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEARCH=win64 WINEDLLOVERRIDES='mscoree=;mshtml='
+wineserver=$(dirname "$(readlink -f "$wine")")/wineserver
+pids=()
+finish() {
+  "$wineserver" -k 2>/dev/null || true
+  for pid in "${pids[@]}"; do
+    kill "$pid" 2>/dev/null || true
+    wait "$pid" 2>/dev/null || true
+  done
+  rm -rf "$work"
+}
+trap finish EXIT
+
+mkfifo "$work/display"
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
+pids+=($!)
+read -r display <"$work/display"
+export DISPLAY=:$display
+
+"$sandbox" --port 0 >"$work/sandbox.log" 2>&1 &
+pids+=($!)
+until grep -q 'listening on' "$work/sandbox.log"; do
+  kill -0 "${pids[1]}" || { cat "$work/sandbox.log" >&2; exit 1; }
+  sleep 0.05
+done
+QUORVEL_SANDBOX_PORT=$(sed -n 's/^listening on .*://p' "$work/sandbox.log")
+export QUORVEL_SANDBOX_PORT
+
+if [ ! -f "$WINEPREFIX/system.reg" ]; then
+  mkdir -p "$WINEPREFIX"
+  "$wine" wineboot -i >/dev/null 2>&1
+  # No window manager: the dialogs have the frames of the Windows that they run in.
+  "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null
+fi
+[ "$what" != pictures ] || export QUORVEL_PICTURES="Z:${work//\//\\}"
+
+"$wine" build/windows-x64/bin/excel_tests.exe --gtest_brief=1
+"$wine" build/windows-x64/bin/excel_addin_tests.exe --gtest_brief=1
+
+# The set-up program: what is there after installing, and that nothing is after uninstalling.
+if [ -f build/windows/Quorvel-setup-x64.exe ]; then
+  key='HKCU\Software\Microsoft\Office\Excel\Addins\Quorvel.Connect'
+  programs="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Local/Programs/Quorvel"
+  "$wine" build/windows/Quorvel-setup-x64.exe /S
+  "$wine" reg query "$key" >/dev/null
+  cmp build/windows-x64/bin/Quorvel.dll "$programs/x64/Quorvel.dll"
+  cmp build/windows-x86/bin/Quorvel.dll "$programs/x86/Quorvel.dll"
+  # "_?=" keeps the uninstaller from going on in a copy of itself that nobody waits for.
+  "$wine" "$programs/Uninstall.exe" /S '_?='"C:\\users\\$(id -un)\\AppData\\Local\\Programs\\Quorvel"
+  for gone in "$key" 'HKCU\Software\Classes\Quorvel.Connect' \
+    'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel' 'HKCU\Software\VB and VBA Program Settings\Tessaly'; do
+    if "$wine" reg query "$gone" >/dev/null 2>&1; then
+      echo "windows: $gone is left after uninstalling" >&2
+      exit 1
+    fi
+  done
+  if [ -e "$programs/x64" ] || [ -e "$programs/x86" ]; then
+    echo "windows: files are left after uninstalling" >&2
+    exit 1
+  fi
+  echo "windows: the set-up program installs and uninstalls"
+fi
+
+if [ "$what" = pictures ]; then
+  mkdir -p docs/images
+  for picture in "$work"/*.bmp; do
+    convert "$picture" -define png:exclude-chunks=date,time "docs/images/excel-$(basename "${picture%.bmp}").png"
+  done
+fi
