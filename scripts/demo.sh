@@ -19,7 +19,7 @@ mkdir -p "$work"
 "$bin/quorvel-sandbox" --port 0 >"$work/sandbox.log" 2>&1 &
 sandbox=$!
 trap 'kill "$sandbox" 2>/dev/null; wait "$sandbox" 2>/dev/null; rm -rf "$work"' EXIT
-until grep -q 'listening on' "$work/sandbox.log"; do
+until grep -qs 'listening on' "$work/sandbox.log"; do
   kill -0 "$sandbox" || { cat "$work/sandbox.log" >&2; exit 1; }
   sleep 0.05
 done

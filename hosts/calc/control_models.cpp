@@ -17,6 +17,8 @@ constexpr sal_Int16 kDropDownLines = 12;
 constexpr int kOneLine = 12;  // dialog units: what is higher has room for a second line
 constexpr sal_Int16 kCancelButton = 2;
 constexpr sal_Int16 kScaleNone = 0;
+constexpr sal_Int16 kNoBorder = 0;
+constexpr sal_Int16 kFlatBorder = 2;
 
 Sequence<OUString> Items(const ComboBox& combo) {
   Sequence<OUString> items(combo.list_count());
@@ -62,6 +64,7 @@ void FillTextBox(const TextBox& box, const ControlModel& model) {
   if (lines) {
     SetProperty(model, "MultiLine", true);
     SetProperty(model, "AutoVScroll", true);
+    SetProperty(model, "Border", box.read_only() ? kNoBorder : kFlatBorder);
   }
   if (box.style() == TextBox::Style::kPassword) SetProperty(model, "EchoChar", kPasswordMark);
   SetProperty(model, "ReadOnly", box.read_only());
@@ -74,7 +77,7 @@ void FillImage(const Image& image, const ControlModel& model) {
   SetProperty(model, "ImageURL",
               OUString("private:graphicrepository/vcl/res/" + ToUno(name) + ".png"));
   SetProperty(model, "ScaleMode", kScaleNone);
-  SetProperty(model, "Border", sal_Int16{0});
+  SetProperty(model, "Border", kNoBorder);
   SetProperty(model, "Tabstop", false);
 }
 

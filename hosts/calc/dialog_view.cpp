@@ -1,8 +1,10 @@
 #include "hosts/calc/dialog_view.h"
 
-#include <com/sun/star/awt/PosSize.hpp>
+#include <algorithm>
 #include <com/sun/star/awt/Selection.hpp>
 #include <com/sun/star/awt/XControlModel.hpp>
+#include <com/sun/star/awt/XStyleSettings.hpp>
+#include <com/sun/star/awt/XStyleSettingsSupplier.hpp>
 #include <com/sun/star/awt/XTextComponent.hpp>
 #include <com/sun/star/awt/XUnitConversion.hpp>
 #include <com/sun/star/awt/XWindow.hpp>
@@ -48,6 +50,39 @@ unsigned UserChanges(ControlKind kind) {
   }
 }
 
+bool IsReadOnlyBox(const Control& control) {
+  return control.kind() == ControlKind::kTextBox && static_cast<const TextBox&>(control).read_only();
+}
+
+// A text to be read, not a field.
+bool IsNotice(const Control& control) {
+  return IsReadOnlyBox(control) &&
+         static_cast<const TextBox&>(control).style() == TextBox::Style::kMultiLine;
+}
+
+bool TakesFocus(const Control& control) {
+  constexpr ControlKind kKinds[] = {ControlKind::kTextBox, ControlKind::kButton, ControlKind::kCheckBox,
+                                    ControlKind::kOptionButton, ControlKind::kComboBox};
+  return std::find(std::begin(kKinds), std::end(kKinds), control.kind()) != std::end(kKinds) &&
+         control.usable() && !IsReadOnlyBox(control);
+}
+
+// Where the form put the focus, or else the first control to do something with.
+const Control* FirstFocus(const Form& form) {
+  if (form.active_control() != nullptr) return form.active_control();
+  const auto first = std::find_if(form.controls().begin(), form.controls().end(),
+                                  [](const Control* control) { return TakesFocus(*control); });
+  return first == form.controls().end() ? nullptr : *first;
+}
+
+// Gives the control the dialog's own background.
+void BlendIn(const Reference<css::awt::XControl>& control) {
+  const Reference<css::awt::XStyleSettingsSupplier> style(control->getPeer(), UNO_QUERY);
+  if (!style.is()) return;
+  const sal_Int32 colour = style->getStyleSettings()->getDialogColor();
+  SetProperty(control->getModel(), "BackgroundColor", colour);
+}
+
 Reference<css::awt::XWindow> Window(const Reference<css::uno::XInterface>& control) {
   return {control, UNO_QUERY_THROW};
 }
@@ -71,7 +106,7 @@ DialogView::DialogView(const Context& context, Form& form, const Peer& owner)
   link_->actions = this;
   ListenToWindow(dialog_, link_);
   for (Control* control : form.controls()) Attach(*control);
-  focus_ = form.active_control();
+  focus_ = FirstFocus(form);
   form.AttachView(this);
 }
 
@@ -100,6 +135,7 @@ void DialogView::Attach(Control& control) {
   const Reference<css::awt::XControl> shown = container->getControl(ToUno(control.name()));
   if (!shown.is()) return;
   controls_[&control] = shown;
+  if (IsNotice(control)) BlendIn(shown);
   ListenTo(shown, control, link_);
 }
 

@@ -9,10 +9,10 @@ class InputForm : public Form {
  public:
   InputForm(TextView prompt, TextView title, TextView initial);
 
-  Label lblPrompt{*this, "lblPrompt", {8, 8, 244, 76}};
-  TextBox txtAnswer{*this, "txtAnswer", {8, 90, 244, 16}};
-  Button cmdOk{*this, "cmdOk", {134, 114, 56, 18}, u"OK", Button::Role::kDefault};
-  Button cmdCancel{*this, "cmdCancel", {196, 114, 56, 18}, u"Cancel", Button::Role::kCancel};
+  Label lblPrompt;
+  TextBox txtAnswer;
+  Button cmdOk;
+  Button cmdCancel;
 
   // What was typed when OK was pressed, otherwise empty.
   [[nodiscard]] const Text& answer() const { return answer_; }
@@ -21,6 +21,8 @@ class InputForm : public Form {
   void Form_Load() override;
 
  private:
+  InputForm(TextView prompt, TextView title, TextView initial, int prompt_height);
+
   Text answer_;
 };
 

@@ -6,12 +6,6 @@ namespace quorvel {
 
 namespace {
 
-Text WithoutLastLineEnd(Text text) {
-  if (text.ends_with(u'\n')) text.pop_back();
-  if (text.ends_with(u'\r')) text.pop_back();
-  return text;
-}
-
 Text ReadMessageFile(const std::string& file) {
   const std::string place = "--message-file: " + file;
   const auto bytes = ReadFile(file);
@@ -21,7 +15,7 @@ Text ReadMessageFile(const std::string& file) {
   if (const auto* const fault = std::get_if<DecodeFault>(&text)) {
     throw UsageError(place + ":" + std::to_string(fault->line) + ": " + fault->reason);
   }
-  return WithoutLastLineEnd(std::get<Text>(text));
+  return std::get<Text>(text);
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ struct MessageText {
   Text text;
 };
 
-// A file's last line end is no part of the message. Throws UsageError for a file that cannot be read as text.
+// A file is the message as it stands, its last line end included. Throws UsageError for a file that cannot be read as text.
 [[nodiscard]] MessageText ReadMessage(const MessageOptions& options);
 
 }  // namespace quorvel

@@ -70,7 +70,7 @@ class Parser {
 
   static void AddMessage(CLI::App& command, MessageOptions& message, const char* text_help) {
     CLI::Option* const text = command.add_option("--message", message.text, text_help)->type_name("TEXT");
-    command.add_option("--message-file", message.file, "File that holds the message")
+    command.add_option("--message-file", message.file, "File that is the message, as it stands: a last line end is sent too")
         ->type_name("FILE")
         ->excludes(text);
   }

@@ -272,13 +272,12 @@ class Office:
         return wait(f"the dialog {title!r}",
                     lambda: next((d for d in self.dialogs() if d.title == title), None), limit)
 
-    def alert(self, title, button="OK"):
-        """Answers a message box; its text."""
-        box = self.dialog(title)
-        texts = [text for text in box.texts() if text]
-        box.press(button)
-        box.wait_closed()
-        return "\n".join(texts)
+    def alert(self, title, text):
+        """Answers the message box with this in its text by OK."""
+        def shown():
+            return next((d for d in self.dialogs() if d.title == title and text in " ".join(d.texts())), None)
+        wait(f"{text!r} in {title!r}", shown).press("OK")
+        wait(f"the end of {text!r}", lambda: not shown())
 
     def screenshot(self, name):
         subprocess.run(["import", "-window", "root", name], check=True, timeout=LIMIT)

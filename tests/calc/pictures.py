@@ -6,7 +6,7 @@ import subprocess
 import time
 
 import calc_test
-from calc_test import MENU, MESSAGE, choose, send_form
+from calc_test import MENU, MESSAGE, choose, fill_whole_sheet, send_form
 from office import FILES, LIMIT, Office, xdotool
 from sandbox import Sandbox
 
@@ -88,9 +88,7 @@ def main():
         form.press("Close")
         form.wait_closed()
 
-        sheet = document.Sheets.getByIndex(0)
-        sheet.getCellRangeByPosition(0, 8, 1, 300000).setDataArray(
-            tuple((f"Name {i}", 9e9 + i) for i in range(299993)))
+        fill_whole_sheet(document)
         form = send_form(document, message="Dear #A#")
         form.press("Send SMS")
         progress = office.dialog("SMS")
