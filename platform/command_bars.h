@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -12,7 +13,7 @@ namespace quorvel {
 // A button face: 16 by 16 pixels from the top left, 0xAARRGGBB.
 struct Face {
   static constexpr int kSize = 16;
-  std::array<std::uint32_t, kSize * kSize> pixels{};
+  std::array<std::uint32_t, std::size_t{kSize} * kSize> pixels{};
 };
 
 enum class BarControlType { kButton = 1, kPopup = 10 };

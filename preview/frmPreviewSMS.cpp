@@ -32,6 +32,7 @@ void frmPreviewSMS::Form_Load() {
   current_ = 1;
   ShowPreviewMessage(current_);
   ShowBatchTotal();
+  txt_msg_GotFocus();
 }
 
 void frmPreviewSMS::ShowPreviewMessage(std::int16_t index) {

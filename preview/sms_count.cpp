@@ -20,7 +20,7 @@ std::int32_t RoundUp(std::size_t length, std::size_t part) {
 // The whole number above `quotient` when it lies strictly between two neighbours from 1 up to `limit`;
 // otherwise 0.
 std::int16_t RoundUpBelow(double quotient, int limit) {
-  for (std::int16_t k = 1; k < limit; ++k) {
+  for (int k = 1; k < limit; ++k) {
     if (k < quotient && quotient < k + 1) return static_cast<std::int16_t>(k + 1);
   }
   return 0;

@@ -353,8 +353,8 @@ Data DefaultData() {
   demo.reports = {
       {u"919800000001", u"Your code is 4711", u"QUORVEL", monday, monday, u"DELIVERED", u'C'},
       {u"919800000020", u"Stock is low, please call", u"SHOPIN", monday + 1h, monday + 1h, u"FAILED", u'G'}};
-  return {{u"L-Spreadsheet AddIn", u"C-Web Console", u"M-Mail to SMS", u"G-Messaging Gateway",
-           u"E-Desktop Client", u"R-Reminder Service", u"B-Bulk Upload", u"A-Auto Reply", u"H-HTTP API"},
+  return {{u"L-Spreadsheet AddIn", u"C-Client Portal", u"M-Mobile Client", u"G-Group Portal",
+           u"E-Email To SMS", u"R-Reseller Portal", u"B-Bulk Upload", u"A-API", u"H-HTTP Post"},
           {std::move(demo)},
           {}};
 }

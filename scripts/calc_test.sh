@@ -2,8 +2,8 @@
 # Runs the Calc extension of a build in the real application: scripts/calc_test.sh [BUILD_FOLDER [TEST...]]
 #
 # Under a display of its own, as a user without rights, with a home folder that is deleted afterwards. Ends
-# at once, saying so, where LibreOffice or another of the programs is missing. QUORVEL_CALC_SCRIPT names another script
-# than the tests to be run that way (for pictures and measurements).
+# at once, saying so, where LibreOffice or another of the programs is missing. QUORVEL_CALC_SCRIPT names another
+# script than the tests to be run that way (for pictures and measurements), QUORVEL_LOOK another look than gen (gtk3).
 set -eu
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -29,7 +29,7 @@ home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT INT TERM
 mkdir "$home/files" "$home/work"
 cp "$bin/quorvel.oxt" "$root"/examples/customers.* "$home/files"
-for program in quorvel quorvel-sandbox; do
+for program in quorvel quorvel-sandbox quorvel_bench.uno.so; do
   [ ! -f "$bin/$program" ] || cp "$bin/$program" "$home/files"
 done
 cp "$root"/tests/calc/*.py "$home/work"
@@ -43,5 +43,5 @@ script=${QUORVEL_CALC_SCRIPT:-calc_test.py}
 cd "$home/work"
 # shellcheck disable=SC2086  # several words, or none
 $as_user env -i PATH="$PATH" HOME="$home" TMPDIR="$home" QUORVEL_TEST_FILES="$home/files" \
-  QUORVEL_OUTPUT="${QUORVEL_OUTPUT:-}" timeout -k 10 "${QUORVEL_CALC_LIMIT:-280}" \
+  QUORVEL_OUTPUT="${QUORVEL_OUTPUT:-}" QUORVEL_LOOK="${QUORVEL_LOOK:-gen}" timeout -k 10 "${QUORVEL_CALC_LIMIT:-280}" \
   /usr/bin/python3 on_display.py "$script" "$@"

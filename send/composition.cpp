@@ -1,5 +1,7 @@
 #include "send/composition.h"
 
+#include <utility>
+
 #include "addin/common/alert.h"
 #include "platform/numbers.h"
 
@@ -8,10 +10,13 @@ namespace quorvel {
 namespace {
 
 constexpr TextView kTitle = u" S M S ";
-constexpr TextView kSeparators = u".- ";
 constexpr std::size_t kLongestEmailColumn = 3;
 // A group's whole text is one cell of the template that consists of this column.
 constexpr char16_t kGroupColumn = u'A';
+
+bool IsSeparator(char16_t unit) {
+  return unit == u'.' || unit == u'-' || unit == u' ';
+}
 
 // "the row(12). "
 Text WithRow(TextView before, std::int32_t row, TextView after) {
@@ -54,7 +59,7 @@ Composer::Stop Composer::Walk(const std::vector<std::int32_t>& rows) {
 }
 
 Composer::Stop Composer::WalkRow(std::int32_t row) {
-  const Text number = MobileNumber(row);
+  Text number = MobileNumber(row);
   if (number.empty()) return std::nullopt;
   if (choices_.grouping.wanted && group_of_number_.contains(number)) {
     AddToGroup(row, number);
@@ -67,7 +72,7 @@ Composer::Stop Composer::WalkRow(std::int32_t row) {
     return std::nullopt;
   }
   ReadCells(row);
-  return Add({row, number, Personalise(choices_.message, cells_)}, cells_);
+  return Add({row, std::move(number), Personalise(choices_.message, cells_)}, cells_);
 }
 
 Text Composer::MobileNumber(std::int32_t row) {
@@ -76,7 +81,8 @@ Text Composer::MobileNumber(std::int32_t row) {
   const CountryCode& country = choices_.country_code;
   if (country.wanted && country.national_length > 0 && value.size() == country.national_length)
     number = country.code;
-  number = Remove(number + value, kSeparators);
+  number += value;
+  std::erase_if(number, IsSeparator);
   if (rules_.numeric_numbers && !IsNumeric(TextView(number))) return {};
   return number;
 }
@@ -89,11 +95,10 @@ void Composer::AddToGroup(std::int32_t row, const Text& number) {
   ReadCells(row);
   const Text text = Personalise(choices_.message, cells_);
   const auto [entry, added] = group_of_number_.try_emplace(number, groups_.size());
-  if (added) {
-    groups_.push_back({row, number, choices_.grouping.header});
-  }
+  if (added) groups_.push_back({row, number, choices_.grouping.header});
   Text& group = groups_[entry->second].text;
-  if (!group.empty()) group += kCrLf;
+  const bool first_line = added && choices_.grouping.header.empty();
+  if (!first_line) group += kCrLf;
   group += text;
 }
 
@@ -124,9 +129,7 @@ Composer::Stop Composer::Add(const Message& message, const std::vector<CellText>
 
 void Composer::AppendCellData(const std::vector<CellText>& cells) {
   if (cells.empty()) return;
-  for (const Text& segment : CellSegments(cells, rules_.hex)) {
-    composition_.cell_data += context_.gateway.UrlEncode(segment);
-  }
+  composition_.cell_data += context_.gateway.UrlEncode(RowCellData(cells, rules_.hex));
   composition_.cell_data.push_back(kRowMark);
 }
 

@@ -131,7 +131,12 @@ std::vector<Text> ScanFilterColumns(TextView message) {
 
 Text RewriteFormula(TextView formula, const std::vector<Text>& columns) {
   Text rewritten(formula);
-  for (const Text& column : columns) rewritten = Replace(rewritten, u"#" + column + u"#", FieldOf(column));
+  for (const Text& column : columns) {
+    Text placeholder = u"#";
+    placeholder += column;
+    placeholder += u"#";
+    rewritten = Replace(rewritten, placeholder, FieldOf(column));
+  }
   return Replace(rewritten, u"##", u"#");
 }
 

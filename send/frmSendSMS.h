@@ -218,6 +218,7 @@ class frmSendSMS : public Form {
   Text scheduler_title_;
   Text minutes_;
   Text email_column_;
+  bool sending_ = false;
   SendOutcome outcome_ = SendOutcome::kNotSent;
   std::vector<Text> TemplateTexts;  // NOLINT(readability-identifier-naming): known by this name
   Text SenderIdList;                // NOLINT(readability-identifier-naming): known by this name

@@ -18,9 +18,23 @@ Text SelectedOf(const ComboBox& picker) {
   return picker.text() == kNothingSelected ? Text() : picker.text();
 }
 
+// Holds a flag up while it lives.
+class FlagUp {
+ public:
+  explicit FlagUp(bool& flag) : flag_(flag) { flag_ = true; }
+  FlagUp(const FlagUp&) = delete;
+  FlagUp& operator=(const FlagUp&) = delete;
+  ~FlagUp() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
+
 }  // namespace
 
 void frmSendSMS::cmdSend_Click() {
+  if (sending_) return;  // pressed again while a send lets events run: it would go out twice
+  const FlagUp sending(sending_);
   outcome_ = SendOutcome::kNotSent;
   if (!context_.platform.application.ActiveWorkbook()) {
     Alert(u"Work book does not exit. Please check", kTitle);

@@ -1,7 +1,6 @@
 #include "send/number_list.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace quorvel {
 
@@ -23,12 +22,13 @@ void NumberList::Add(TextView number) {
 }
 
 bool NumberList::Contains(TextView number) {
-  if (number.empty() || number.size() > kLongestIndexed) return joined_.find(number) != Text::npos;
+  const bool is_indexed =
+      !number.empty() && number.size() <= kLongestIndexed && joined_.size() <= SubstringSet::kLongestText;
+  if (!is_indexed) return joined_.find(number) != Text::npos;
   const bool with_comma = number.find(u',') != TextView::npos;
-  const Substrings substrings{&joined_, number.size()};
-  Index& index = indexes_.try_emplace({number.size(), with_comma}, substrings).first->second;
+  Index& index = indexes_[{number.size(), with_comma}];
   Extend(index, number.size(), with_comma);
-  return index.places.find(number) != index.places.end();
+  return index.substrings.Contains(joined_, number);
 }
 
 void NumberList::Extend(Index& index, std::size_t length, bool with_comma) const {
@@ -37,7 +37,7 @@ void NumberList::Extend(Index& index, std::size_t length, bool with_comma) const
     if (joined_[index.scanned] == u',') index.after_last_comma = end;
     if (end < length) continue;
     const std::size_t start = end - length;
-    if ((index.after_last_comma > start) == with_comma) index.places.insert(start);
+    if ((index.after_last_comma > start) == with_comma) index.substrings.Insert(joined_, start, length);
   }
 }
 

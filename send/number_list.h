@@ -2,20 +2,16 @@
 
 #include <cstddef>
 #include <map>
-#include <unordered_set>
 #include <utility>
 
 #include "platform/text.h"
+#include "send/substring_set.h"
 
 namespace quorvel {
 
 // The mobile numbers of a send, joined by ",".
 class NumberList {
  public:
-  NumberList() = default;
-  NumberList(const NumberList&) = delete;  // the indexes refer to the list in place
-  NumberList& operator=(const NumberList&) = delete;
-
   void Add(TextView number);
 
   // Whether `number` occurs anywhere in the joined list, inside of a longer number too. Takes time in
@@ -29,32 +25,11 @@ class NumberList {
   [[nodiscard]] std::size_t parts() const { return empty() ? 0 : commas_ + 1; }
 
  private:
-  // Hashes and compares substrings of one length by their place in the list.
-  struct Substrings {
-    using is_transparent = void;  // NOLINT(readability-identifier-naming): the standard's name
-
-    TextView At(std::size_t place) const { return TextView(*list).substr(place, length); }
-    TextView At(TextView text) const { return text; }
-    template <typename Key>
-    std::size_t operator()(const Key& key) const {
-      return std::hash<TextView>()(At(key));
-    }
-    template <typename Left, typename Right>
-    bool operator()(const Left& left, const Right& right) const {
-      return At(left) == At(right);
-    }
-
-    const Text* list;
-    std::size_t length;
-  };
-
-  // The substrings of one length that hold a comma, or of those that hold none, up to the place `scanned`.
+  // The substrings of one length that hold a comma, or of those that hold none, each once.
   struct Index {
-    explicit Index(const Substrings& substrings) : places(0, substrings, substrings) {}
-
-    std::unordered_set<std::size_t, Substrings, Substrings> places;
-    std::size_t scanned = 0;
-    std::size_t after_last_comma = 0;
+    SubstringSet substrings;
+    std::size_t scanned = 0;           // places of the list that are taken in
+    std::size_t after_last_comma = 0;  // among them
   };
 
   void Extend(Index& index, std::size_t length, bool with_comma) const;

@@ -1,6 +1,7 @@
 #include "send/placeholders.h"
 
 #include <array>
+#include <utility>
 
 #include "send/hex_text.h"
 
@@ -9,7 +10,7 @@ namespace quorvel {
 namespace {
 
 constexpr char16_t kMark = u'#';
-constexpr TextView kDropped = u"\u0001\u007f";
+constexpr char16_t kDelete = 127;  // the row mark, as a character
 
 bool IsColumnLetter(char16_t unit) {
   return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
@@ -50,19 +51,17 @@ Text Personalise(TextView message, const std::vector<CellText>& cells) {
   return personal;
 }
 
-std::vector<Text> CellSegments(const std::vector<CellText>& cells, bool hex) {
-  std::vector<Text> segments;
-  segments.reserve(cells.size());
+Text RowCellData(const std::vector<CellText>& cells, bool hex) {
+  Text row;
   for (const CellText& cell : cells) {
-    Text segment;
-    if (!segments.empty()) segment.push_back(kSegmentMark);
-    segment.push_back(cell.column);
-    segment.push_back(kColumnMark);
-    const Text value = Remove(cell.text, kDropped);
-    segment += hex ? conStringToHex(value) : value;
-    segments.push_back(std::move(segment));
+    if (!row.empty()) row.push_back(kSegmentMark);
+    row.push_back(cell.column);
+    row.push_back(kColumnMark);
+    Text value = cell.text;
+    std::erase_if(value, [](char16_t unit) { return unit == kColumnMark || unit == kDelete; });
+    row += hex ? conStringToHex(value) : std::move(value);
   }
-  return segments;
+  return row;
 }
 
 }  // namespace quorvel

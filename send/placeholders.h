@@ -28,6 +28,6 @@ inline constexpr char kRowMark = 127;        // behind a row, not encoded
 
 // One row's part of the cell data before it is encoded: letter, character 1, value; character 2 between the
 // columns. Characters 1 and 127 in a value are dropped; with `hex` the value is hex text.
-[[nodiscard]] std::vector<Text> CellSegments(const std::vector<CellText>& cells, bool hex);
+[[nodiscard]] Text RowCellData(const std::vector<CellText>& cells, bool hex);
 
 }  // namespace quorvel

@@ -12,7 +12,8 @@ void AddCommands(const std::vector<std::shared_ptr<MemoryBarControl>>& controls,
                  TextView bar, BarLayout& layout) {
   for (const auto& control : controls) {
     if (!control->visible || control->type != BarControlType::kButton) continue;
-    layout.commands.push_back({Text(kProtocol) + Text(folder) + Letters(control->caption), bar, control.get()});
+    layout.commands.push_back(
+        {Text(kProtocol) + Text(folder) + Letters(control->caption), bar, control.get()});
   }
 }
 

@@ -7,7 +7,8 @@
 
 namespace quorvel {
 
-// The add-in's commands are addresses of this protocol: "vnd.quorvel:toolbar/SendSMS", "vnd.quorvel:menu/Login".
+// The add-in's commands are addresses of this protocol: "vnd.quorvel:toolbar/SendSMS",
+// "vnd.quorvel:menu/Login".
 inline constexpr TextView kProtocol = u"vnd.quorvel:";
 
 // One button of the add-in's toolbar or menu.

@@ -21,7 +21,7 @@ namespace {
 using css::uno::Reference;
 using css::uno::UNO_QUERY_THROW;
 
-constexpr std::int64_t kEventsInterval = 25;  // milliseconds
+constexpr std::int64_t kEventsInterval = 50;  // milliseconds
 constexpr int kButtonMask = 15;
 constexpr int kIconMask = 0x70;
 
@@ -89,7 +89,7 @@ void CalcForms::SetFrame(const Reference<css::frame::XFrame>& frame) {
 
 DialogView::Peer CalcForms::Top() const {
   for (auto view = views_.rbegin(); view != views_.rend(); ++view) {
-    if (!(*view)->closed()) return (*view)->peer();
+    if (!(*view)->closed() && !(*view)->standing_back()) return (*view)->peer();
   }
   if (!frame_.is()) throw ObjectNotSet();
   return AskingCalc([this] { return DialogView::Peer(frame_->getContainerWindow(), UNO_QUERY_THROW); });
@@ -103,6 +103,7 @@ DialogView& CalcForms::Open(Form& form) {
 }
 
 void CalcForms::Show(Form& form) {
+  for (const auto& view : views_) AskingCalc([&view] { view->StandBack(); });
   DialogView& view = Open(form);
   AskingCalc([&view] { view.Show(); });
 }
@@ -111,8 +112,8 @@ void CalcForms::ShowModal(Form& form) {
   for (const auto& view : views_) view->Flush();
   DialogView& view = Open(form);
   if (form.loaded()) AskingCalc([&view] { view.Run(); });
-  const auto mine = std::find_if(views_.begin(), views_.end(),
-                                 [&view](const auto& other) { return other.get() == &view; });
+  const auto mine =
+      std::find_if(views_.begin(), views_.end(), [&view](const auto& other) { return other.get() == &view; });
   views_.erase(mine);
 }
 

@@ -14,11 +14,11 @@ namespace quorvel {
 namespace {
 
 using css::uno::Reference;
-using css::uno::UNO_QUERY;
 
 bool ShowsSpreadsheets(const Context& context, const Reference<css::frame::XFrame>& frame) {
   try {
-    const auto modules = CreateService<css::frame::XModuleManager>(context, "com.sun.star.frame.ModuleManager");
+    const auto modules =
+        CreateService<css::frame::XModuleManager>(context, "com.sun.star.frame.ModuleManager");
     return modules->identify(frame) == "com.sun.star.sheet.SpreadsheetDocument";
   } catch (const css::uno::Exception&) {  // a window that belongs to no module
     return false;

@@ -71,8 +71,4 @@ class CalcHost : public std::enable_shared_from_this<CalcHost> {
   std::vector<Listener> listeners_;
 };
 
-// The add-in of this process, connected by the first call, on the main thread: the application creates its
-// parts by name, and here they meet. Null once the application has ended.
-[[nodiscard]] std::shared_ptr<CalcHost> HostOf(const Context& context);
-
 }  // namespace quorvel

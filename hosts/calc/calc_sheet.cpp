@@ -17,7 +17,6 @@ namespace quorvel {
 namespace {
 
 using css::uno::Reference;
-using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
 
 // A walk down a column is known by its second block; the first one is small for whoever wants a single cell.
@@ -28,10 +27,7 @@ constexpr std::int32_t kBlockRows = 1024;
 
 CalcSheet::CalcSheet(const Context& context, const Reference<css::frame::XController>& controller,
                      const Reference<css::sheet::XSpreadsheet>& sheet)
-    : controller_(controller),
-      document_(controller->getModel()),
-      sheet_(sheet),
-      reader_(context, document_) {
+    : controller_(controller), document_(controller->getModel()), sheet_(sheet), reader_(context, document_) {
   const Reference<css::table::XColumnRowRange> all(sheet_, UNO_QUERY_THROW);
   row_limit_ = all->getRows()->getCount();
   column_limit_ = all->getColumns()->getCount();
@@ -76,8 +72,7 @@ const ColumnBlock& CalcSheet::Block(const Position& position) {
   const bool known = found != blocks_.end();
   if (known && found->second.Holds(position.row)) return found->second;
   const bool walking = known && found->second.end() == position.row;
-  const std::int32_t rows =
-      std::min(walking ? kBlockRows : kFirstBlockRows, row_limit_ - position.row);
+  const std::int32_t rows = std::min(walking ? kBlockRows : kFirstBlockRows, row_limit_ - position.row);
   ColumnBlock block(sheet_, reader_, position.column, position.row, rows);
   return blocks_.insert_or_assign(position.column, std::move(block)).first->second;
 }
@@ -124,9 +119,7 @@ Reference<css::table::XCell> CalcSheet::Writable(const CellAddress& address) {
 
 void CalcSheet::Write(const CellAddress& address, TextView text) {
   const auto cell = Writable(address);
-  AskingCalc([&] {
-    Reference<css::text::XTextRange>(cell, UNO_QUERY_THROW)->setString(ToUno(text));
-  });
+  AskingCalc([&] { Reference<css::text::XTextRange>(cell, UNO_QUERY_THROW)->setString(ToUno(text)); });
 }
 
 void CalcSheet::BoldCell(const CellAddress& address) {

@@ -1,8 +1,10 @@
 #include "hosts/calc/calc_workbook.h"
 
 #include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/sheet/XSpreadsheets.hpp>
+#include <com/sun/star/util/XProtectable.hpp>
 
 #include "hosts/calc/uno_errors.h"
 #include "hosts/calc/uno_properties.h"
@@ -22,6 +24,12 @@ Reference<css::sheet::XSpreadsheetView> SheetView(const Reference<css::frame::XC
   const Reference<css::sheet::XSpreadsheetView> view(controller, UNO_QUERY);
   if (!view.is()) throw RuntimeError(kNoSuchMember, u"Object doesn't support this property or method");
   return view;
+}
+
+// The application lets a program change what it keeps its user from changing.
+bool IsLocked(const Reference<css::uno::XInterface>& document) {
+  return Reference<css::frame::XStorable>(document, UNO_QUERY_THROW)->isReadonly() ||
+         Reference<css::util::XProtectable>(document, UNO_QUERY_THROW)->isProtected();
 }
 
 }  // namespace
@@ -54,6 +62,10 @@ std::unique_ptr<Sheet> CalcWorkbook::AddSheet(TextView name) {
   return AskingCalc([&] {
     const Reference<css::sheet::XSpreadsheets> sheets = document_->getSheets();
     const rtl::OUString sheet_name = ToUno(name);
+    if (IsLocked(document_)) {
+      throw RuntimeError(kApplicationError,
+                         u"The sheet cannot be added: the document is read-only or protected.");
+    }
     if (sheets->hasByName(sheet_name)) {
       throw RuntimeError(kApplicationError, u"There is a sheet of that name already.");
     }
@@ -61,9 +73,7 @@ std::unique_ptr<Sheet> CalcWorkbook::AddSheet(TextView name) {
     try {
       sheets->insertNewByName(sheet_name, static_cast<sal_Int16>(count));
     } catch (const css::uno::RuntimeException&) {  // gives no reason
-      throw RuntimeError(kApplicationError,
-                         u"The sheet cannot be added: the document is read-only or protected, or the "
-                         u"name is not allowed.");
+      throw RuntimeError(kApplicationError, u"The sheet cannot be added: its name is not allowed.");
     }
     const Reference<css::sheet::XSpreadsheet> sheet(sheets->getByName(sheet_name), UNO_QUERY_THROW);
     view->setActiveSheet(sheet);

@@ -18,7 +18,9 @@ class ColumnBlock {
               std::int32_t column, std::int32_t first_row, std::int32_t rows);
 
   [[nodiscard]] bool Holds(std::int32_t row) const { return row >= first_row_ && row < end(); }
-  [[nodiscard]] std::int32_t end() const { return first_row_ + static_cast<std::int32_t>(cells_.getLength()); }
+  [[nodiscard]] std::int32_t end() const {
+    return first_row_ + static_cast<std::int32_t>(cells_.getLength());
+  }
 
   // The value of the cell in that row; nothing when it has to be asked.
   [[nodiscard]] std::optional<CellValue> Value(std::int32_t row) const;

@@ -5,6 +5,7 @@
 #include <com/sun/star/document/XDocumentEventListener.hpp>
 #include <com/sun/star/frame/XDesktop.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
+#include <com/sun/star/frame/XFramesSupplier.hpp>
 #include <com/sun/star/frame/XTerminateListener.hpp>
 #include <com/sun/star/lang/XInitialization.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
@@ -25,13 +26,13 @@ namespace {
 using css::uno::Any;
 using css::uno::Reference;
 using css::uno::Sequence;
-using css::uno::UNO_QUERY;
 using rtl::OUString;
 
+// The add-in of this process: the application creates its parts by name, and here they meet. Null before the
+// start and after the end.
 struct Process {
   std::mutex mutex;
   std::shared_ptr<CalcHost> host;
-  bool ended = false;
 };
 
 Process& ThisProcess() {
@@ -39,17 +40,22 @@ Process& ThisProcess() {
   return process;
 }
 
+std::shared_ptr<CalcHost> Host() {
+  const std::scoped_lock lock(ThisProcess().mutex);
+  return ThisProcess().host;
+}
+
+// A host is made and taken apart outside the lock: whoever waits for that may hold the application's own.
+void SetHost(std::shared_ptr<CalcHost> host) {
+  const std::scoped_lock lock(ThisProcess().mutex);
+  ThisProcess().host.swap(host);
+}
+
 // Takes the add-in apart while the application's services are still there.
 class EndListener : public cppu::WeakImplHelper1<css::frame::XTerminateListener> {
  public:
   void SAL_CALL queryTermination(const css::lang::EventObject& /*event*/) override {}
-  void SAL_CALL notifyTermination(const css::lang::EventObject& /*event*/) override {
-    Process& process = ThisProcess();
-    std::shared_ptr<CalcHost> host;
-    const std::scoped_lock lock(process.mutex);
-    host.swap(process.host);
-    process.ended = true;
-  }
+  void SAL_CALL notifyTermination(const css::lang::EventObject& /*event*/) override { SetHost(nullptr); }
   void SAL_CALL disposing(const css::lang::EventObject& /*source*/) override {}
 };
 
@@ -62,8 +68,8 @@ class ViewListener : public cppu::WeakImplHelper1<css::document::XDocumentEventL
     if (event.EventName != "OnViewCreated" || !event.ViewController.is()) return;
     AtEntry("view", [&] {
       const Reference<css::frame::XFrame> frame = event.ViewController->getFrame();
-      Post(context_, [context = context_, frame] {
-        if (const auto host = HostOf(context)) host->Equip(frame);
+      Post(context_, [frame] {
+        if (const auto host = Host()) host->Equip(frame);
       });
     });
   }
@@ -81,10 +87,14 @@ class StartJob : public cppu::WeakImplHelper2<css::task::XJob, css::lang::XServi
 
   Any SAL_CALL execute(const Sequence<css::beans::NamedValue>& /*arguments*/) override {
     AtEntry("start", [this] {
-      if (!HostOf(context_)) return;
-      CreateService<css::document::XDocumentEventBroadcaster>(
-          context_, "com.sun.star.frame.GlobalEventBroadcaster")
+      if (Host()) return;
+      SetHost(std::make_shared<CalcHost>(context_));
+      const auto desktop = CreateService<css::frame::XDesktop>(context_, "com.sun.star.frame.Desktop");
+      desktop->addTerminateListener(new EndListener);
+      CreateService<css::document::XDocumentEventBroadcaster>(context_,
+                                                              "com.sun.star.frame.GlobalEventBroadcaster")
           ->addDocumentEventListener(new ViewListener(context_));
+      EquipOpenWindows(desktop);
     });
     return {};
   }
@@ -99,17 +109,25 @@ class StartJob : public cppu::WeakImplHelper2<css::task::XJob, css::lang::XServi
   }
 
  private:
+  // Somebody may have opened documents before the add-in was asked to start.
+  static void EquipOpenWindows(const Reference<css::frame::XDesktop>& desktop) {
+    const Reference<css::frame::XFramesSupplier> supplier(desktop, css::uno::UNO_QUERY_THROW);
+    const auto frames = supplier->getFrames();
+    for (sal_Int32 i = 0; i < frames->getCount(); ++i) {
+      Reference<css::frame::XFrame> frame;
+      frames->getByIndex(i) >>= frame;
+      Host()->Equip(frame);
+    }
+  }
+
   Context context_;
 };
 
 // One for each window.
-class ProtocolHandler
-    : public cppu::WeakImplHelper4<css::frame::XDispatchProvider, css::frame::XDispatch,
-                                   css::lang::XInitialization, css::lang::XServiceInfo> {
+class ProtocolHandler : public cppu::WeakImplHelper4<css::frame::XDispatchProvider, css::frame::XDispatch,
+                                                     css::lang::XInitialization, css::lang::XServiceInfo> {
  public:
   static constexpr const char* kName = "quorvel.calc.ProtocolHandler";
-
-  explicit ProtocolHandler(Context context) : context_(std::move(context)) {}
 
   void SAL_CALL initialize(const Sequence<Any>& arguments) override {
     if (arguments.hasElements()) arguments[0] >>= frame_;
@@ -163,26 +181,14 @@ class ProtocolHandler
   template <typename Use>
   void WithHost(const Use& use) {
     AtEntry("dispatch", [&] {
-      if (const auto host = HostOf(context_)) use(*host);
+      if (const auto host = Host()) use(*host);
     });
   }
 
-  Context context_;
   Reference<css::frame::XFrame> frame_;
 };
 
 }  // namespace
-
-std::shared_ptr<CalcHost> HostOf(const Context& context) {
-  Process& process = ThisProcess();
-  const std::scoped_lock lock(process.mutex);
-  if (!process.host && !process.ended) {
-    process.host = std::make_shared<CalcHost>(context);
-    CreateService<css::frame::XDesktop>(context, "com.sun.star.frame.Desktop")
-        ->addTerminateListener(new EndListener);
-  }
-  return process.host;
-}
 
 }  // namespace quorvel
 
@@ -194,8 +200,8 @@ SAL_DLLPUBLIC_EXPORT css::uno::XInterface* QuorvelStartJob(css::uno::XComponentC
   return cppu::acquire(new quorvel::StartJob(context));
 }
 
-SAL_DLLPUBLIC_EXPORT css::uno::XInterface* QuorvelProtocolHandler(css::uno::XComponentContext* context,
+SAL_DLLPUBLIC_EXPORT css::uno::XInterface* QuorvelProtocolHandler(css::uno::XComponentContext*,
                                                                   const css::uno::Sequence<css::uno::Any>&) {
-  return cppu::acquire(new quorvel::ProtocolHandler(context));
+  return cppu::acquire(new quorvel::ProtocolHandler);
 }
 }

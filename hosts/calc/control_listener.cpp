@@ -20,14 +20,12 @@ namespace quorvel {
 namespace {
 
 using css::uno::Reference;
-using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
 using Link = std::shared_ptr<UserActionsLink>;
 
-class ControlListener
-    : public cppu::WeakImplHelper5<css::awt::XActionListener, css::awt::XItemListener,
-                                   css::awt::XTextListener, css::awt::XFocusListener,
-                                   css::awt::XMouseListener> {
+class ControlListener : public cppu::WeakImplHelper5<css::awt::XActionListener, css::awt::XItemListener,
+                                                     css::awt::XTextListener, css::awt::XFocusListener,
+                                                     css::awt::XMouseListener> {
  public:
   ControlListener(Control& control, Link link) : control_(control), link_(std::move(link)) {}
 
@@ -104,9 +102,7 @@ class WindowListener : public cppu::WeakImplHelper1<css::awt::XTopWindowListener
  public:
   explicit WindowListener(Link link) : link_(std::move(link)) {}
 
-  void SAL_CALL windowOpened(const css::lang::EventObject& /*event*/) override {
-    Tell(&UserActions::Opened);
-  }
+  void SAL_CALL windowOpened(const css::lang::EventObject& /*event*/) override { Tell(&UserActions::Opened); }
   void SAL_CALL windowClosing(const css::lang::EventObject& /*event*/) override {
     Tell(&UserActions::CloseAsked);
   }
@@ -141,8 +137,7 @@ void ListenTo(const Reference<css::awt::XControl>& toolkit_control, Control& con
       Reference<css::awt::XButton>(toolkit_control, UNO_QUERY_THROW)->addActionListener(listener.get());
       return;
     case ControlKind::kTextBox:
-      Reference<css::awt::XTextComponent>(toolkit_control, UNO_QUERY_THROW)
-          ->addTextListener(listener.get());
+      Reference<css::awt::XTextComponent>(toolkit_control, UNO_QUERY_THROW)->addTextListener(listener.get());
       return;
     case ControlKind::kCheckBox:
       Reference<css::awt::XCheckBox>(toolkit_control, UNO_QUERY_THROW)->addItemListener(listener.get());
@@ -156,8 +151,7 @@ void ListenTo(const Reference<css::awt::XControl>& toolkit_control, Control& con
         return;
       }
       Reference<css::awt::XComboBox>(toolkit_control, UNO_QUERY_THROW)->addItemListener(listener.get());
-      Reference<css::awt::XTextComponent>(toolkit_control, UNO_QUERY_THROW)
-          ->addTextListener(listener.get());
+      Reference<css::awt::XTextComponent>(toolkit_control, UNO_QUERY_THROW)->addTextListener(listener.get());
       return;
     default:
       return;

@@ -44,8 +44,7 @@ void WriteValue(const Control& control, const ControlModel& model) {
     case ControlKind::kOptionButton:
       return SetProperty(model, "State", sal_Int16{static_cast<const OptionButton&>(control).value()});
     case ControlKind::kProgressBar:
-      return SetProperty(model, "ProgressValue",
-                         sal_Int32{static_cast<const ProgressBar&>(control).value()});
+      return SetProperty(model, "ProgressValue", sal_Int32{static_cast<const ProgressBar&>(control).value()});
     default:
       return;
   }
@@ -74,8 +73,7 @@ void FillTextBox(const TextBox& box, const ControlModel& model) {
 void FillImage(const Image& image, const ControlModel& model) {
   constexpr std::array kPictures = {"errorbox", "warningbox", "infobox"};  // by Image::Icon
   const std::string_view name = kPictures.at(static_cast<std::size_t>(image.icon()));
-  SetProperty(model, "ImageURL",
-              OUString("private:graphicrepository/vcl/res/" + ToUno(name) + ".png"));
+  SetProperty(model, "ImageURL", OUString("private:graphicrepository/vcl/res/" + ToUno(name) + ".png"));
   SetProperty(model, "ScaleMode", kScaleNone);
   SetProperty(model, "Border", kNoBorder);
   SetProperty(model, "Tabstop", false);
@@ -162,7 +160,7 @@ OUString ModelService(const Control& control) {
       return service("RadioButton");
     case ControlKind::kComboBox:
       return service(static_cast<const ComboBox&>(control).style() == ComboBox::Style::kList ? "ListBox"
-                                                                                            : "ComboBox");
+                                                                                             : "ComboBox");
     case ControlKind::kFrame:
       return control.caption().empty() ? OUString() : service("GroupBox");
     case ControlKind::kImage:

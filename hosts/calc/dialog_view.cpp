@@ -31,8 +31,8 @@ constexpr unsigned Bit(Property property) {
 }
 
 // In the order in which they are written: a choice needs its items, the focus a usable control.
-constexpr Property kWritten[] = {Property::kBounds,  Property::kCaption,   Property::kEnabled,
-                                 Property::kVisible, Property::kItems,     Property::kListIndex,
+constexpr Property kWritten[] = {Property::kBounds,  Property::kCaption, Property::kEnabled,
+                                 Property::kVisible, Property::kItems,   Property::kListIndex,
                                  Property::kText,    Property::kValue};
 
 // What the user can change of a control, to be shown again as the form has it.
@@ -56,8 +56,7 @@ bool IsReadOnlyBox(const Control& control) {
 
 // A text to be read, not a field.
 bool IsNotice(const Control& control) {
-  return IsReadOnlyBox(control) &&
-         static_cast<const TextBox&>(control).style() == TextBox::Style::kMultiLine;
+  return IsReadOnlyBox(control) && static_cast<const TextBox&>(control).style() == TextBox::Style::kMultiLine;
 }
 
 bool TakesFocus(const Control& control) {
@@ -91,7 +90,8 @@ Reference<css::awt::XWindow> Window(const Reference<css::uno::XInterface>& contr
 
 DialogView::DialogView(const Context& context, Form& form, const Peer& owner)
     : context_(context), form_(&form), owner_(owner), link_(std::make_shared<UserActionsLink>()) {
-  const auto model = CreateService<css::awt::XControlModel>(context, "com.sun.star.awt.UnoControlDialogModel");
+  const auto model =
+      CreateService<css::awt::XControlModel>(context, "com.sun.star.awt.UnoControlDialogModel");
   SetProperty(model, "Title", ToUno(form.caption()));
   SetProperty(model, "Width", sal_Int32{form.width()});
   SetProperty(model, "Height", sal_Int32{form.height()});
@@ -163,7 +163,8 @@ void DialogView::Run() {
     opened_ = false;
     Flush();
     dialog->execute();
-    if (form_ != nullptr && !close_asked_) Cancel();
+    const bool stood_back = std::exchange(standing_back_, false);
+    if (form_ != nullptr && !close_asked_ && !stood_back) Cancel();
   }
   running_ = false;
 }
@@ -183,6 +184,11 @@ void DialogView::Cancel() {
 
 DialogView::Peer DialogView::peer() const {
   return dialog_->getPeer();
+}
+
+void DialogView::StandBack() {
+  if (!running_ || form_ == nullptr || std::exchange(standing_back_, true)) return;
+  Reference<css::awt::XDialog>(dialog_, UNO_QUERY_THROW)->endExecute();
 }
 
 void DialogView::SetPointer(const Reference<css::awt::XPointer>& pointer) {
@@ -227,9 +233,8 @@ void DialogView::StartTimer(const Control& control) {
   auto& timer = static_cast<Timer&>(*form_->Find(control.name()));
   timers_.erase(&control);
   if (timer.interval() <= 0) return;
-  timers_[&control] =
-      std::make_unique<MainThreadTimer>(context_, std::chrono::milliseconds(timer.interval()),
-                                        [this, &timer] { Tick(timer); });
+  timers_[&control] = std::make_unique<MainThreadTimer>(context_, std::chrono::milliseconds(timer.interval()),
+                                                        [this, &timer] { Tick(timer); });
 }
 
 void DialogView::Flush() {

@@ -37,10 +37,14 @@ class DialogView : public FormView, private UserActions {
   // Shows it modally; returns when the form is unloaded.
   void Run();
   void Flush();
+  // While Run: hides the dialog until the event handler that runs has ended. A modal dialog keeps the user
+  // from all other windows, which some toolkits take to the letter.
+  void StandBack();
 
   [[nodiscard]] Peer peer() const;
   [[nodiscard]] bool closed() const { return form_ == nullptr; }
   [[nodiscard]] bool running() const { return running_; }
+  [[nodiscard]] bool standing_back() const { return standing_back_; }
   void SetPointer(const css::uno::Reference<css::awt::XPointer>& pointer);
 
  private:
@@ -80,8 +84,9 @@ class DialogView : public FormView, private UserActions {
   const Control* focus_ = nullptr;  // to be moved there
   bool modeless_ = false;
   bool running_ = false;
+  bool standing_back_ = false;
   bool opened_ = false;
-  bool writing_ = false;   // the toolkit's events are echoes
+  bool writing_ = false;  // the toolkit's events are echoes
   Handling handling_ = Handling::kNone;
   std::vector<std::pair<Control*, std::function<void()>>> waiting_;  // for the end of a timer's event
   bool close_asked_ = false;  // by the window's frame, since the dialog was last run

@@ -70,7 +70,8 @@ std::string Png(const quorvel::Face& face, int scale, int margin) {
     for (int x = 0; x < size; ++x) {
       const int column = (x - margin) / scale;
       const int row = (y - margin) / scale;
-      const bool inside = x >= margin && y >= margin && column < quorvel::Face::kSize && row < quorvel::Face::kSize;
+      const bool inside =
+          x >= margin && y >= margin && column < quorvel::Face::kSize && row < quorvel::Face::kSize;
       const auto at = static_cast<std::size_t>(row * quorvel::Face::kSize + column);
       const std::uint32_t argb = inside ? face.pixels.at(at) : 0;
       Append32(rows, argb << 8 | argb >> 24);

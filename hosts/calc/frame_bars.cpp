@@ -21,12 +21,12 @@ using css::beans::PropertyValue;
 using css::container::XIndexAccess;
 using css::container::XIndexContainer;
 using css::frame::XLayoutManager;
+using css::ui::XUIElementSettings;
 using css::uno::Any;
 using css::uno::Reference;
 using css::uno::Sequence;
 using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
-using css::ui::XUIElementSettings;
 using rtl::OUString;
 
 constexpr std::string_view kMenuBar = "private:resource/menubar/menubar";
@@ -64,8 +64,7 @@ void FillContainer(const Reference<XIndexContainer>& container, const BarLayout&
 Reference<XIndexContainer> NewContainer(const Context& context) {
   const auto supplier = CreateService<css::ui::XModuleUIConfigurationManagerSupplier>(
       context, "com.sun.star.ui.ModuleUIConfigurationManagerSupplier");
-  const auto manager =
-      supplier->getUIConfigurationManager("com.sun.star.sheet.SpreadsheetDocument");
+  const auto manager = supplier->getUIConfigurationManager("com.sun.star.sheet.SpreadsheetDocument");
   return {manager->createSettings(), UNO_QUERY_THROW};
 }
 

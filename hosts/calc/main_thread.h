@@ -1,7 +1,7 @@
 #pragma once
 
-#include <com/sun/star/uno/XComponentContext.hpp>
 #include <chrono>
+#include <com/sun/star/uno/XComponentContext.hpp>
 #include <functional>
 #include <memory>
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <rtl/ustring.hxx>
-
 #include <string_view>
 
 #include "platform/text.h"

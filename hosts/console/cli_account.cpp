@@ -16,7 +16,7 @@ ExitStatus RunBalance(ConsoleHost& host) {
   const bool done = message.starts_with(kBalancePrefix);
   if (done) {
     const std::string balance = ToUtf8(message.substr(kBalancePrefix.size()));
-    host.output().Print(balance + "\n");
+    host.output().Print({balance, "\n"});
     host.output().result()["balance"] = balance;
   }
   return host.StatusOf(done);
@@ -28,7 +28,7 @@ ExitStatus RunModes(ConsoleHost& host) {
   if (done) {
     nlohmann::json& modes = host.output().result()["modes"] = nlohmann::json::array();
     for (const Text& mode : Split(SettingsStore(host.settings()).Read(kModesSetting), u",")) {
-      host.output().Print(ToUtf8(mode) + "\n");
+      host.output().Print({ToUtf8(mode), "\n"});
       modes.push_back(ToUtf8(mode));
     }
   }

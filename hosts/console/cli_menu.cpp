@@ -18,9 +18,9 @@ void PrintControls(const std::vector<std::shared_ptr<MemoryBarControl>>& control
                    Output& output) {
   for (const auto& control : controls) {
     if (!control->visible) continue;
-    if (control->begin_group) output.Print(indent + "----\n");
-    output.Print(indent + ToUtf8(Remove(control->caption, u"&")) + (control->enabled ? "" : " (disabled)") +
-                 "\n");
+    if (control->begin_group) output.Print({indent, "----\n"});
+    output.Print(
+        {indent, ToUtf8(Remove(control->caption, u"&")), control->enabled ? "" : " (disabled)", "\n"});
     PrintControls(control->children, indent + "  ", output);
   }
 }
@@ -32,12 +32,12 @@ ExitStatus RunMenu(ConsoleHost& host) {
   Output& output = host.output();
   for (const auto& toolbar : bars.toolbars()) {
     if (!toolbar->visible) continue;
-    output.Print("Toolbar " + ToUtf8(toolbar->name) + "\n");
+    output.Print({"Toolbar ", ToUtf8(toolbar->name), "\n"});
     PrintControls(toolbar->controls, "  ", output);
     nlohmann::json& controls = output.result()["toolbars"][ToUtf8(toolbar->name)] = nlohmann::json::array();
     for (const auto& control : toolbar->controls) controls.push_back(Describe(*control));
   }
-  output.Print("Menu\n");
+  output.Print({"Menu\n"});
   PrintControls(bars.menu_bar().controls, "  ", output);
   nlohmann::json& menus = output.result()["menus"] = nlohmann::json::array();
   for (const auto& menu : bars.menu_bar().controls) menus.push_back(Describe(*menu));

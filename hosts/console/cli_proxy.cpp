@@ -34,14 +34,14 @@ void PrintProxy(const Session& session, Output& output) {
   const auto type = std::find_if(kProxyTypes.begin(), kProxyTypes.end(),
                                  [&](const ProxyTypeName& known) { return known.type == session.ProxyType; });
   const std::string name = type == kProxyTypes.end() ? std::to_string(session.ProxyType) : type->name;
-  output.Print("type: " + name + "\n");
+  output.Print({"type: ", name, "\n"});
   output.result()["type"] = name;
   if (session.ProxyName.empty()) return;
-  output.Print("host: " + ToUtf8(session.ProxyName) + "\nport: " + std::to_string(session.ProxyPort) + "\n");
+  output.Print({"host: ", ToUtf8(session.ProxyName), "\nport: ", std::to_string(session.ProxyPort), "\n"});
   output.result()["host"] = ToUtf8(session.ProxyName);
   output.result()["port"] = session.ProxyPort;
   if (session.ProxyUserName.empty()) return;
-  output.Print("user: " + ToUtf8(session.ProxyUserName) + "\n");
+  output.Print({"user: ", ToUtf8(session.ProxyUserName), "\n"});
   output.result()["user"] = ToUtf8(session.ProxyUserName);
 }
 

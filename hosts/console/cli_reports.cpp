@@ -75,7 +75,7 @@ bool Deliver(MemorySheet& sheet, const ReportsOptions& options, Output& output) 
   if (!options.output) {
     std::ostringstream csv;
     WriteCsv(sheet, csv);
-    output.Print(csv.str());
+    output.Print({csv.str()});
     return true;
   }
   std::ofstream file(*options.output, std::ios::binary | std::ios::trunc);

@@ -125,25 +125,27 @@ class SendFiller {
   frmSendSMS& form_;
 };
 
+// Prints the message on show as the preview shows it; the same for the JSON object.
+nlohmann::json PrintPreviewed(const frmPreviewSMS& form, Output& output) {
+  const std::string number = ToUtf8(form.txt_mno.text());
+  const std::string text = ToUtf8(form.txt_msg.text());
+  const std::string characters = ToUtf8(form.txt_char_count.text());
+  const std::string count = ToUtf8(form.txt_sms_count.text());
+  output.Print({ToUtf8(form.label_SMSCount.caption()), "  ", number, "  characters: ", characters,
+                "  SMS: ", count, "\n", text, "\n\n"});
+  return {{"number", number}, {"text", text}, {"characters", characters}, {"sms", count}};
+}
+
 // Prints every message of a preview, then asks; nothing is asked when nothing would be sent.
 void PlayPreview(ConsoleHost& host, frmPreviewSMS& form, bool dry_run) {
   Output& output = host.output();
-  nlohmann::json messages = nlohmann::json::array();
-  for (;;) {
-    const std::string number = ToUtf8(form.txt_mno.text());
-    const std::string text = ToUtf8(form.txt_msg.text());
-    const std::string characters = ToUtf8(form.txt_char_count.text());
-    const std::string count = ToUtf8(form.txt_sms_count.text());
-    output.Print(ToUtf8(form.label_SMSCount.caption()) + "  " + number + "  characters: " + characters +
-                 "  SMS: " + count + "\n" + text + "\n\n");
-    messages.push_back({{"number", number}, {"text", text}, {"characters", characters}, {"sms", count}});
-    if (!form.cmdNext.usable()) break;
-    const Text place = form.label_SMSCount.caption();
+  nlohmann::json messages = nlohmann::json::array({PrintPreviewed(form, output)});
+  while (form.cmdNext.usable()) {
     Press(form.cmdNext);
-    if (form.label_SMSCount.caption() == place) break;
+    messages.push_back(PrintPreviewed(form, output));
   }
   const std::string total = ToUtf8(form.label_Total_SMSs.caption());
-  output.Print("Total number of SMS charged: " + total + "\n");
+  output.Print({"Total number of SMS charged: ", total, "\n"});
   output.result()["preview"] = {{"messages", std::move(messages)}, {"total", total}};
   const bool approved = dry_run || host.forms().Confirm(u"SMS", u"Send?");
   Press(approved ? form.cmdContinueSMS : form.cmdCancel);
@@ -166,7 +168,7 @@ constexpr std::array kOutcomeNames = {
 ExitStatus PrintOutcome(ConsoleHost& host, SendOutcome outcome) {
   for (const OutcomeName& known : kOutcomeNames) {
     if (known.outcome != outcome) continue;
-    host.output().Print(std::string(known.name) + "\n");
+    host.output().Print({known.name, "\n"});
     host.output().result()["outcome"] = known.name;
     const bool nobody_answered = outcome == SendOutcome::kNotSent && host.forms().unanswered();
     return nobody_answered ? ExitStatus::kCancelled : known.status;

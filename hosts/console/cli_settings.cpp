@@ -25,7 +25,7 @@ ExitStatus RunSettings(const SqliteSettings& settings, Output& output) {
     const std::string application = ToUtf8(setting.application);
     const std::string section = ToUtf8(setting.section);
     const std::string key = ToUtf8(setting.key);
-    output.Print(application + "/" + section + "/" + key + " = " + value + "\n");
+    output.Print({application, "/", section, "/", key, " = ", value, "\n"});
     output.result()[application][section][key] = value;
   }
   return ExitStatus::kDone;

@@ -34,7 +34,7 @@ void PrintTemplates(const frmSendSMS& form, Output& output) {
   for (std::size_t i = 0; i < names.size() && i < form.template_texts().size(); ++i) {
     const std::string name = ToUtf8(names[i]);
     const std::string text = ToUtf8(form.template_texts()[i]);
-    output.Print(name + ": " + text + "\n");
+    output.Print({name, ": ", text, "\n"});
     templates.push_back({{"name", name}, {"text", text}});
   }
 }
@@ -79,7 +79,7 @@ ExitStatus RunSenders(ConsoleHost& host) {
     if (!Pull(host, form)) return false;
     nlohmann::json& senders = host.output().result()["senders"] = nlohmann::json::array();
     for (const Text& id : form.Combo_SenderID.items()) {
-      host.output().Print(ToUtf8(id) + "\n");
+      host.output().Print({ToUtf8(id), "\n"});
       senders.push_back(ToUtf8(id));
     }
     return true;

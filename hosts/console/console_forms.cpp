@@ -50,11 +50,19 @@ void ConsoleForms::Show(Form& form) {
   open_.Add(form);
 }
 
+// The answer to a question that was shown as a message, unless messages are kept for the end.
+std::optional<std::string> ConsoleForms::Ask(TextView title, TextView question, std::string_view prompt) {
+  const bool shown = !world_.output.json();
+  const std::string whole = shown ? "" : Printable(title) + ": " + Printable(question) + "\n";
+  std::optional<std::string> line = world_.terminal.Ask(whole + std::string(prompt));
+  if (!line) unanswered_ = true;
+  return line;
+}
+
 bool ConsoleForms::Confirm(TextView title, TextView question) {
   Message(title, question);
   if (world_.yes) return true;
-  const auto line = world_.terminal.Ask("Go on? [y/N] ");
-  if (!line) unanswered_ = true;
+  const auto line = Ask(title, question, "Go on? [y/N] ");
   return line && MeansYes(*line);
 }
 
@@ -74,8 +82,7 @@ Answer ConsoleForms::MsgBox(TextView prompt, int style, TextView title) {
 Text ConsoleForms::InputBox(TextView prompt, TextView title, TextView /*initial*/) {
   if (input_) return *std::exchange(input_, std::nullopt);
   Message(title, prompt);
-  const auto line = world_.terminal.Ask("> ");
-  if (!line) unanswered_ = true;
+  const auto line = Ask(title, prompt, "> ");
   return line ? FromUtf8(*line) : Text();
 }
 

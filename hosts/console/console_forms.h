@@ -60,6 +60,7 @@ class ConsoleForms : public Forms {
 
  private:
   void Message(TextView title, TextView text);
+  [[nodiscard]] std::optional<std::string> Ask(TextView title, TextView question, std::string_view prompt);
   void ObeyInterrupt();
   void ShowProgress();
 

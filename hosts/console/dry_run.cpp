@@ -25,10 +25,7 @@ std::string WithoutSecrets(std::string body) {
 
 void PrintDryRun(std::string_view path, std::string_view body, Output& output) {
   const std::string shown = WithoutSecrets(std::string(body));
-  output.Print(path);
-  output.Print("\n");
-  output.Print(shown);
-  output.Print("\n");
+  output.Print({path, "\n", shown, "\n"});
   output.result()["path"] = path;
   output.result()["body"] = ToUtf8(Windows1252().Decode(shown));
 }

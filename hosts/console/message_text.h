@@ -11,7 +11,8 @@ struct MessageText {
   Text text;
 };
 
-// A file is the message as it stands, its last line end included. Throws UsageError for a file that cannot be read as text.
+// A file is the message as it stands, its last line end included. Throws UsageError for a file that cannot be
+// read as text.
 [[nodiscard]] MessageText ReadMessage(const MessageOptions& options);
 
 }  // namespace quorvel

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <iostream>
 
 namespace quorvel {
 
@@ -51,11 +52,19 @@ class Parser {
       app_.parse(argc, argv);
       return std::nullopt;
     } catch (const CLI::ParseError& error) {
-      return app_.exit(error) == 0 ? ExitStatus::kDone : ExitStatus::kUsage;
+      if (app_.exit(error) == 0) return ExitStatus::kDone;
+      if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError)) NameStrangers();
+      return ExitStatus::kUsage;
     }
   }
 
  private:
+  // What was given in place of something that is required.
+  void NameStrangers() const {
+    for (const std::string& stranger : app_.remaining(true))
+      std::cerr << "Not known: " << stranger << std::endl;
+  }
+
   template <class T>
   CLI::App& Add(const char* name, const char* description, T& command) {
     CLI::App* const added = app_.add_subcommand(name, description);
@@ -70,7 +79,9 @@ class Parser {
 
   static void AddMessage(CLI::App& command, MessageOptions& message, const char* text_help) {
     CLI::Option* const text = command.add_option("--message", message.text, text_help)->type_name("TEXT");
-    command.add_option("--message-file", message.file, "File that is the message, as it stands: a last line end is sent too")
+    command
+        .add_option("--message-file", message.file,
+                    "File that is the message, as it stands: a last line end is sent too")
         ->type_name("FILE")
         ->excludes(text);
   }

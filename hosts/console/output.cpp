@@ -28,8 +28,9 @@ void Output::Complain(std::string_view text) {
   Show(u"quorvel", FromUtf8(text));
 }
 
-void Output::Print(std::string_view bytes) {
-  if (!json_) results_ << bytes;
+void Output::Print(std::initializer_list<std::string_view> parts) {
+  if (json_) return;
+  for (const std::string_view part : parts) results_ << part;
 }
 
 void Output::Finish(ExitStatus status) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <string_view>
@@ -33,8 +34,8 @@ class Output {
   // The text of the last one, empty when there was none.
   [[nodiscard]] Text LastMessage() const { return messages_.empty() ? Text() : messages_.back().text; }
 
-  // A result as it is printed; bytes as they are.
-  void Print(std::string_view bytes);
+  // A result as it is printed: these bytes one after the other, as they are.
+  void Print(std::initializer_list<std::string_view> parts);
   // The same result's place in the JSON object.
   [[nodiscard]] nlohmann::json& result() { return result_; }
 

@@ -33,7 +33,7 @@ class NoEcho {
   NoEcho(const NoEcho&) = delete;
   NoEcho& operator=(const NoEcho&) = delete;
   ~NoEcho() {
-    if (changed_) ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
+    if (changed_) ::tcsetattr(STDIN_FILENO, TCSADRAIN, &before_);
   }
 
  private:
@@ -55,10 +55,10 @@ std::optional<std::string> Terminal::Ask(std::string_view prompt) const {
 
 std::optional<std::string> Terminal::AskSecret(std::string_view prompt) const {
   if (!attended()) return std::nullopt;
-  std::cerr << prompt << std::flush;
   std::optional<std::string> line;
   {
-    const NoEcho no_echo;
+    const NoEcho no_echo;  // before the prompt invites to type
+    std::cerr << prompt << std::flush;
     line = ReadLine();
   }
   std::cerr << std::endl;

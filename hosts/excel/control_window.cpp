@@ -33,9 +33,11 @@ WindowKind KindOf(const TextBox& box) {
     case TextBox::Style::kPassword:
       return {L"EDIT", style | ES_AUTOHSCROLL | ES_PASSWORD, WS_EX_CLIENTEDGE};
     case TextBox::Style::kMultiLine:
-      return {L"EDIT", style | kLines | (box.read_only() ? 0 : ES_WANTRETURN), WS_EX_CLIENTEDGE};
+      // A text to be read is no field: it stands on the dialog like a label.
+      if (box.read_only()) return {L"EDIT", style | kLines};
+      return {L"EDIT", style | kLines | ES_WANTRETURN, WS_EX_CLIENTEDGE};
     case TextBox::Style::kRichText:
-      return {RichTextClass(), style | kLines | ES_WANTRETURN | ES_NOHIDESEL, WS_EX_CLIENTEDGE};
+      return {RichTextClass(), style | kLines | ES_WANTRETURN | ES_NOHIDESEL | WS_BORDER};
   }
   return {};
 }
@@ -166,6 +168,13 @@ void ControlWindow::Place(const DialogMetrics& metrics) {
   RECT place = metrics.Pixels(control_->bounds());
   if (control_->kind() == ControlKind::kImage) {
     LoadIconInto(handle_, static_cast<const Image*>(control_)->icon(), metrics.dpi());
+  }
+  if (control_->kind() == ControlKind::kComboBox ||
+      (control_->kind() == ControlKind::kTextBox && !HasLines())) {
+    // A line of text stands at the top of its box: the box is as high as the line and in the middle of its
+    // bounds.
+    place.top += (place.bottom - place.top - metrics.FieldHeight()) / 2;
+    place.bottom = place.top + metrics.FieldHeight();
   }
   if (control_->kind() == ControlKind::kComboBox) {  // the height includes the list that drops down
     const LRESULT line = SendMessageW(handle_, CB_GETITEMHEIGHT, 0, 0);

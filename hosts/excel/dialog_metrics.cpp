@@ -66,6 +66,10 @@ RECT DialogMetrics::Pixels(const Bounds& bounds) const {
   return {x(bounds.x), y(bounds.y), x(bounds.x + bounds.width), y(bounds.y + bounds.height)};
 }
 
+LONG DialogMetrics::FieldHeight() const {
+  return unit_y_ + MulDiv(8, static_cast<int>(dpi_), static_cast<int>(kStandardDpi));
+}
+
 SIZE DialogMetrics::WindowSize(int width, int height, DWORD style, DWORD extended_style) const {
   RECT frame = Pixels({0, 0, width, height});
   static const auto for_dpi = Windows10<AdjustWindowRectExForDpiFunction>("AdjustWindowRectExForDpi");

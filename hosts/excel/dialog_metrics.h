@@ -22,6 +22,8 @@ class DialogMetrics {
   [[nodiscard]] HFONT font() const { return font_; }
   // Dialog units to pixels.
   [[nodiscard]] RECT Pixels(const Bounds& bounds) const;
+  // The height in pixels of a box for one line of text.
+  [[nodiscard]] LONG FieldHeight() const;
   // The size of a window whose client area is `width` by `height` dialog units.
   [[nodiscard]] SIZE WindowSize(int width, int height, DWORD style, DWORD extended_style) const;
 

@@ -69,13 +69,11 @@ FormWindow::~FormWindow() {
 void FormWindow::CreateControls() {
   for (Control* control : form_.controls()) {
     controls_.emplace_back(*control, dialog_, kFirstId + static_cast<int>(controls_.size()));
-    changed_.push_back(~0U);
+    changed_.push_back(~Bit(Property::kSelectAll));
     const bool is_default = control->kind() == ControlKind::kButton &&
                             static_cast<Button*>(control)->role() == Button::Role::kDefault;
     if (is_default) SendMessageW(dialog_, DM_SETDEFID, changed_.size() - 1 + kFirstId, 0);
-    const bool clickable =
-        control->kind() == ControlKind::kTextBox && static_cast<TextBox*>(control)->on_click != nullptr;
-    if (clickable) {
+    if (control->kind() == ControlKind::kTextBox) {
       SetWindowSubclass(controls_.back().handle(), BoxProcedure, changed_.size() - 1,
                         reinterpret_cast<DWORD_PTR>(this));
     }
@@ -120,7 +118,7 @@ void FormWindow::Show() {
   if (focus_ == nullptr) focus_ = FirstFocus();
   ShowWindow(dialog_, SW_SHOW);
   SetActiveWindow(dialog_);
-  UpdateWindow(dialog_);
+  RedrawWindow(dialog_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 HWND FormWindow::FirstFocus() const {
@@ -129,7 +127,9 @@ HWND FormWindow::FirstFocus() const {
   for (const ControlWindow& window : controls_) {
     const bool stop =
         window.handle() != nullptr && (GetWindowLongPtrW(window.handle(), GWL_STYLE) & WS_TABSTOP) != 0;
-    if (stop && window.control().usable()) return window.handle();
+    const bool reading = window.control().kind() == ControlKind::kTextBox &&
+                         static_cast<const TextBox&>(window.control()).read_only();
+    if (stop && !reading && window.control().usable()) return window.handle();
   }
   return nullptr;
 }

@@ -33,6 +33,7 @@ class FormWindow : public FormView, public std::enable_shared_from_this<FormWind
   [[nodiscard]] bool Shows(const Form& form) const { return dialog_ != nullptr && &form_ == &form; }
 
   void Show();
+  [[nodiscard]] bool HasChanges() const { return dialog_ != nullptr && any_changed_; }
   // Shows what changed since the last time.
   void Flush();
   // Whether the message was this dialog's and has been seen to.

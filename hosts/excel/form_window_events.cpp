@@ -24,12 +24,15 @@ INT_PTR CALLBACK FormWindow::DialogProcedure(HWND dialog, UINT message, WPARAM f
   return window->Handle(message, first, second);
 }
 
-// A text box tells nobody of a click.
+// A text box tells nobody of a click; and one of several lines must not be selected whole when Tab comes to
+// it, or the next key would replace a long text.
 LRESULT CALLBACK FormWindow::BoxProcedure(HWND box, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
                                           DWORD_PTR window) {
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(box, BoxProcedure, id);
   const LRESULT result = DefSubclassProc(box, message, first, second);
+  auto* const self = reinterpret_cast<FormWindow*>(window);
+  if (message == WM_GETDLGCODE && self->controls_[id].HasLines()) return result & ~DLGC_HASSETSEL;
   if (message == WM_LBUTTONUP) {
-    auto* const self = reinterpret_cast<FormWindow*>(window);
     const auto keep = self->weak_from_this().lock();
     self->Run([&] { static_cast<TextBox&>(self->controls_[id].control()).UserClick(); });
   }
@@ -54,7 +57,7 @@ INT_PTR FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       Run([&] { form_.UserClose(); });
       return TRUE;
     case WM_TIMER:
-      Run([&] { static_cast<Timer&>(controls_[first - kFirstId].control()).Tick(); });
+      Run([&] { static_cast<Timer&>(controls_.at(first - kFirstId).control()).Tick(); });
       return TRUE;
     case WM_ACTIVATE:
       if (LOWORD(first) == WA_INACTIVE || focus_ == nullptr) return FALSE;

@@ -1,5 +1,6 @@
 #include "hosts/excel/win32_forms.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "hosts/excel/input_form.h"
@@ -10,8 +11,13 @@ namespace quorvel {
 
 namespace {
 
-constexpr ULONGLONG kRepaintInterval = 50;  // milliseconds
-constexpr int kMostMessages = 200;          // of one Yield, so that a busy host cannot hold up the caller
+// Milliseconds. A Yield repaints 20 times a second at most, counted so that a few repaints may follow one
+// another at once: the last text before a long wait is always shown.
+constexpr ULONGLONG kRepaintInterval = 50;
+constexpr ULONGLONG kMostBudget = 4 * kRepaintInterval;
+// How long an event may wait in a tight loop of Yields; asking the system for events is not free.
+constexpr ULONGLONG kPollInterval = 10;
+constexpr int kMostMessages = 200;  // of one Yield, so that a busy host cannot hold up the caller
 
 // Whether the first letter with a direction runs from right to left.
 bool StartsRightToLeft(const Text& text) {
@@ -88,13 +94,24 @@ void Win32Forms::Dispatch(MSG& message) {
 }
 
 void Win32Forms::Flush() {
-  flushed_ = GetTickCount64();
   const auto windows = open_;
   for (const auto& window : windows) window->Flush();
 }
 
+bool Win32Forms::FlushWithinBudget(ULONGLONG now) {
+  repaint_budget_ = std::min(repaint_budget_ + (now - std::exchange(budgeted_, now)), kMostBudget);
+  const bool changed =
+      std::any_of(open_.begin(), open_.end(), [](const auto& window) { return window->HasChanges(); });
+  if (!changed || repaint_budget_ < kRepaintInterval) return false;
+  repaint_budget_ -= kRepaintInterval;
+  Flush();
+  return true;
+}
+
 void Win32Forms::Yield() {
-  if (!open_.empty() && GetTickCount64() - flushed_ >= kRepaintInterval) Flush();
+  const ULONGLONG now = GetTickCount64();
+  if (!FlushWithinBudget(now) && now - polled_ < kPollInterval) return;
+  polled_ = now;
   MSG message{};
   for (int count = 0; count < kMostMessages && HIWORD(GetQueueStatus(QS_ALLINPUT)) != 0; ++count) {
     if (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) == FALSE) return;
@@ -129,9 +146,10 @@ Answer Win32Forms::MsgBox(TextView prompt, int style, TextView title) {
   const UINT direction = StartsRightToLeft(text) ? MB_RTLREADING | MB_RIGHT : 0;
   const int answer = MessageBoxW(owner, Wide(text), Wide(Text(title)),
                                  static_cast<UINT>(style) | direction | MB_SETFOREGROUND);
-  // A plain OK box that could not be shown counts as read, a question as not agreed to.
-  if (answer == 0)
-    return style % 16 == kOkOnly ? Answer::kOk : style % 16 == kYesNo ? Answer::kNo : Answer::kCancel;
+  const int buttons = style % 16;
+  if (buttons == kOkOnly) return Answer::kOk;  // however it was closed
+  // A question that could not be shown is not agreed to.
+  if (answer == 0) return buttons == kYesNo ? Answer::kNo : Answer::kCancel;
   return static_cast<Answer>(answer);
 }
 

@@ -28,6 +28,7 @@ class Win32Forms : public Forms {
   void RunUntilUnloaded(Form& form);
   void Dispatch(MSG& message);
   void Flush();
+  bool FlushWithinBudget(ULONGLONG now);
   [[nodiscard]] HWND Owner() const;
   [[nodiscard]] HWND Front() const;
 
@@ -35,7 +36,10 @@ class Win32Forms : public Forms {
   std::vector<std::weak_ptr<FormWindow>> modal_;  // innermost last
   std::vector<std::shared_ptr<FormWindow>> open_;
   FormsState state_;
-  ULONGLONG flushed_ = 0;  // by the system's millisecond counter
+  // By the system's millisecond counter.
+  ULONGLONG polled_ = 0;
+  ULONGLONG budgeted_ = 0;
+  ULONGLONG repaint_budget_ = 0;
 };
 
 }  // namespace quorvel

@@ -26,7 +26,6 @@ class OpenForms {
     }
     return nullptr;
   }
-  [[nodiscard]] bool empty() const { return views_.empty(); }
 
  private:
   class View;

@@ -48,7 +48,6 @@ class ScriptedForms : public Forms {
   [[nodiscard]] const std::vector<std::string>& shown() const { return shown_; }
   [[nodiscard]] const std::vector<Pointer>& pointers() const { return pointers_; }
   [[nodiscard]] int yields() const { return yields_; }
-  [[nodiscard]] std::size_t answers_left() const { return answers_.size(); }
 
   void Show(Form& form) override;
   void ShowModal(Form& form) override;

@@ -104,7 +104,6 @@ class ScriptedInternet : public Internet {
 
   [[nodiscard]] const std::vector<InternetCall>& calls() const { return calls_; }
   [[nodiscard]] const std::vector<Request>& requests() const { return requests_; }
-  [[nodiscard]] std::size_t answers_left() const { return answers_.size(); }
   [[nodiscard]] std::size_t open_handles() const { return open_.size(); }
 
   Handle Open(const SessionOptions& options) override;

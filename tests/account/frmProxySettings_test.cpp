@@ -59,11 +59,10 @@ TEST_F(FrmProxySettingsTest, ShowsTheSessionsProxy) {
     int index;
     TextView shown_port;
   };
-  for (const auto& [type, port, index, shown_port] :
-       {Row{u"", u"", 0, u""}, Row{u"1", u"0", 1, u""}, Row{u"2", u"8080", -1, u"8080"},
-        Row{u"3", u"32767", 2, u"32767"}}) {
-    settings_.Write({u"Tessaly", u"ProxySettings", u"ProxyType"}, type);
-    settings_.Write({u"Tessaly", u"ProxySettings", u"ProxyPort"}, port);
+  for (const Row& row : {Row{u"", u"", 0, u""}, Row{u"1", u"0", 1, u""}, Row{u"2", u"8080", -1, u"8080"},
+                         Row{u"3", u"32767", 2, u"32767"}}) {
+    settings_.Write({u"Tessaly", u"ProxySettings", u"ProxyType"}, row.type);
+    settings_.Write({u"Tessaly", u"ProxySettings", u"ProxyPort"}, row.port);
     settings_.Write({u"Tessaly", u"ProxySettings", u"ProxyName"}, u"proxy.example");
     connect_.OnConnection();
     const Text kept = Kept();
@@ -71,8 +70,8 @@ TEST_F(FrmProxySettingsTest, ShowsTheSessionsProxy) {
       EXPECT_THAT(
           form.cboProxyType.items(),
           ElementsAre(u"Proxy config from registry", u"Directly connect to the Internet", u"Use proxy list"));
-      EXPECT_EQ(form.cboProxyType.list_index(), index);
-      EXPECT_EQ(form.txtPort.text(), shown_port);
+      EXPECT_EQ(form.cboProxyType.list_index(), row.index);
+      EXPECT_EQ(form.txtPort.text(), row.shown_port);
       EXPECT_EQ(form.txtHostName.text(), u"proxy.example");
       form.txtHostName.UserType(u"typed, then cancelled");
     }));
@@ -102,16 +101,15 @@ TEST_F(FrmProxySettingsTest, ANamedProxyNeedsAHostAndAPort) {
     TextView host, port, message;
     std::string_view focus;
   };
-  for (const auto& [host, port, message, focus] :
-       {Row{u"  ", u"", u"Invalid Proxy Name/Address", "txtHostName"},
-        Row{u"p", u"", u"Invalid Proxy Port", "txtPort"},
-        Row{u"p", u"x8080", u"Invalid Proxy Port", "txtPort"},
-        Row{u"p", u"0", u"Invalid Proxy Port", "txtPort"}}) {
+  for (const Row& row : {Row{u"  ", u"", u"Invalid Proxy Name/Address", "txtHostName"},
+                         Row{u"p", u"", u"Invalid Proxy Port", "txtPort"},
+                         Row{u"p", u"x8080", u"Invalid Proxy Port", "txtPort"},
+                         Row{u"p", u"0", u"Invalid Proxy Port", "txtPort"}}) {
     EXPECT_TRUE(Show([&](frmProxySettings& form) {
-      Type(form, host, port);
-      EXPECT_EQ(form.active_control()->name(), focus);
+      Type(form, row.host, row.port);
+      EXPECT_EQ(form.active_control()->name(), row.focus);
     }));
-    EXPECT_THAT(NewAlerts(), ElementsAre(Alert{Text(message), kWarning, u"S M S"}));
+    EXPECT_THAT(NewAlerts(), ElementsAre(Alert{Text(row.message), kWarning, u"S M S"}));
   }
   EXPECT_EQ(Kept(), u"-|-|-|-|-|");
   EXPECT_EQ(InSession(), u"0||0|||");

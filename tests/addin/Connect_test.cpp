@@ -21,6 +21,7 @@ constexpr std::array<TextView, 5> kMenuCaptions = {u"Login", u"Send SMS", u"Prox
 
 std::vector<Text> Captions(const std::vector<std::shared_ptr<MemoryBarControl>>& controls) {
   std::vector<Text> captions;
+  captions.reserve(controls.size());
   for (const auto& control : controls) captions.push_back(control->caption);
   return captions;
 }
@@ -43,6 +44,7 @@ class ConnectTest : public AddInTest {
   // Which of the menu's buttons are enabled, from the top.
   [[nodiscard]] std::vector<bool> Enabled() {
     std::vector<bool> enabled;
+    enabled.reserve(kMenuCaptions.size());
     for (const TextView caption : kMenuCaptions) {
       enabled.push_back(application_.bars().Find({u"&SMS", caption})->enabled);
     }

@@ -70,6 +70,21 @@ def xdotool(*args):
     subprocess.run(["xdotool", *args], check=True, timeout=LIMIT)
 
 
+def click_in_window(title, across, down):
+    """Clicks into the window of that title, at shares of its width and height. For a window of an application
+    that is too busy to be asked."""
+    def find():
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], timeout=LIMIT,
+                               capture_output=True, text=True, check=False).stdout.split()
+        return found[-1] if found else None
+    window = wait(f"the window {title!r}", find)
+    shell = subprocess.run(["xdotool", "getwindowgeometry", "--shell", window], timeout=LIMIT,
+                           capture_output=True, text=True, check=True).stdout
+    size = dict(line.split("=") for line in shell.splitlines())
+    xdotool("mousemove", "--window", window, str(int(int(size["WIDTH"]) * across)),
+            str(int(int(size["HEIGHT"]) * down)), "click", "1")
+
+
 class Control:
     def __init__(self, context):
         self.context = context
@@ -164,10 +179,10 @@ class StateListener(unohelper.Base, XStatusListener):
 
 
 class Office:
-    def __init__(self, plugin="gen"):
+    def __init__(self):
         self.profile = os.path.join(os.environ["HOME"], "profile")
         self.log = os.path.join(os.environ["HOME"], "quorvel.log")
-        self.plugin = plugin
+        self.plugin = os.environ["QUORVEL_LOOK"]
         self.process = None
 
     def environment(self):
@@ -229,6 +244,7 @@ class Office:
         """Opens a document, with its window in front; a file of the tests by its name."""
         if ":" not in url:
             url = "file://" + os.path.join(FILES, url)
+        options["OnMainThread"] = True  # on the bridge's, gtk3 may wait for itself
         properties = tuple(PropertyValue(Name=name, Value=value) for name, value in options.items())
         document = limited(self.desktop.loadComponentFromURL, url, "_blank", 0, properties)
         frame = document.getCurrentController().getFrame()

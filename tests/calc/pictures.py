@@ -1,13 +1,13 @@
 """Takes the pictures of docs/calc.md into the folder QUORVEL_OUTPUT, which anyone may write to:
-QUORVEL_OUTPUT=FOLDER QUORVEL_CALC_SCRIPT=pictures.py scripts/calc_test.sh"""
+QUORVEL_LOOK=gtk3 QUORVEL_OUTPUT=FOLDER QUORVEL_CALC_SCRIPT=pictures.py scripts/calc_test.sh"""
 
 import os
 import subprocess
 import time
 
 import calc_test
-from calc_test import MENU, MESSAGE, choose, fill_whole_sheet, send_form
-from office import FILES, LIMIT, Office, xdotool
+from calc_test import CANCEL, MENU, MESSAGE, choose, fill_whole_sheet, send_form
+from office import FILES, LIMIT, Office, click_in_window, wait, xdotool
 from sandbox import Sandbox
 
 OUTPUT = os.environ["QUORVEL_OUTPUT"]
@@ -21,8 +21,8 @@ def whole(name):
                     os.path.join(OUTPUT, f"calc-{name}.png")], check=True, timeout=LIMIT)
 
 
-def window(name, title):
-    time.sleep(0.7)
+def window(name, title, pause=0.7):
+    time.sleep(pause)
     ids = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], check=True,
                          capture_output=True, text=True, timeout=LIMIT).stdout.split()
     xdotool("mousemove", "1270", "1000")
@@ -32,7 +32,7 @@ def window(name, title):
 
 def main():
     sandbox = Sandbox()
-    office = Office(os.environ.get("QUORVEL_LOOK", "gtk3"))
+    office = Office()
     calc_test.office, calc_test.sandbox = office, sandbox
     try:
         office.unopkg("add", "-f", "-s", os.path.join(FILES, "quorvel.oxt"))
@@ -89,12 +89,12 @@ def main():
         form.wait_closed()
 
         fill_whole_sheet(document)
-        form = send_form(document, message="Dear #A#")
+        form = send_form(document)
         form.press("Send SMS")
-        progress = office.dialog("SMS")
-        window("progress", "SMS")
-        progress.press("Cancel")
-        progress.wait_closed()
+        time.sleep(1)
+        window("progress", "SMS", 0.1)
+        click_in_window("SMS", *CANCEL)
+        wait("the form alone", lambda: [d.title for d in office.dialogs()] == ["Send SMS"])
         form.press("Close")
         form.wait_closed()
         office.stop()

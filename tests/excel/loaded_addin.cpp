@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "hosts/excel/registry_key.h"
+#include "tests/excel/picture.h"
 
 namespace quorvel::tests {
 
@@ -53,6 +54,7 @@ std::shared_ptr<ControlData> RegisteredAddin::MenuItem(TextView caption) const {
 void RegisteredAddin::ExpectAlert(TextView title, TextView text) {
   user_.Expect(title, [text = Text(text)](const Dialog& dialog) {
     EXPECT_EQ(ToUtf8(dialog.Message()), ToUtf8(text));
+    TakePicture(dialog.window(), "alert");
     dialog.Press(u"OK");
   });
 }

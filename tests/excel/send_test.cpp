@@ -7,6 +7,7 @@
 #include "hosts/excel/system_code_page.h"
 #include "hosts/excel/wininet_internet.h"
 #include "tests/excel/loaded_addin.h"
+#include "tests/excel/picture.h"
 
 namespace quorvel::tests {
 namespace {
@@ -67,6 +68,7 @@ class SendTest : public RegisteredAddin {
       dialog.Choose(u"Connection type", u"Use proxy list");
       dialog.Type(u"Proxy host", u"127.0.0.1");
       dialog.Type(u"Port", port_);
+      TakePicture(dialog.window(), "proxy");
       dialog.Press(u"OK");
     });
     ClickMenu(u"Proxy Settings");
@@ -77,6 +79,7 @@ class SendTest : public RegisteredAddin {
       dialog.Type(u"CRN", u"1001");
       dialog.Type(u"User name", u"demo");
       dialog.Type(u"Password", u"demo");
+      TakePicture(dialog.window(), "login");
       ExpectAlert(u"S M S", kLoggedIn);
       dialog.PressKey(VK_RETURN);
     });
@@ -107,6 +110,8 @@ TEST_F(SendTest, PersonalisedMessagesArriveAfterAPreview) {
     Compose(form, u"Dear #A#, you owe #C#.");
     form.Press(u"Show a preview before sending");
     user_.Expect(u"Preview And Send SMS", [&](const Dialog& preview) {
+      TakePicture(form.window(), "send");
+      TakePicture(preview.window(), "preview");
       EXPECT_EQ(WindowText(preview.FieldOfClass(L"RICHEDIT50W")), u"Dear Person 2, you owe EUR 5.");
       EXPECT_FALSE(preview.IsUsable(u"<< Previous SMS"));
       preview.Press(u"Next SMS >>");
@@ -114,7 +119,7 @@ TEST_F(SendTest, PersonalisedMessagesArriveAfterAPreview) {
       user_.Then([this, preview] {
         EXPECT_EQ(WindowText(preview.FieldOfClass(L"RICHEDIT50W")), u"Dear Person 4, you owe EUR 10.");
         EXPECT_FALSE(preview.IsUsable(u"Next SMS >>"));
-        ExpectAlert(u"S M S", u"3 SMS Messages Sent");
+        ExpectAlert(u" S M S ", u"3 SMS Messages Sent");
         preview.Press(u"Send SMS");
       });
     });
@@ -141,13 +146,18 @@ TEST_F(SendTest, APreviewThatIsClosedSendsNothing) {
 }
 
 TEST_F(SendTest, CancelStopsALongSendBeforeItsRequest) {
-  FillSheet(5000);
+  FillSheet(20000);
   OpenSendForm([&](const Dialog& form) {
     Compose(form, u"Hello #A#");
-    user_.ExpectProgress([&](const Dialog& progress) {
+    const std::function<void(const Dialog&)> cancel = [&](const Dialog& progress) {
+      if (progress.Message().find(u"Processing Record") == Text::npos) {
+        return user_.Then([&, progress] { cancel(progress); });  // not at the rows yet
+      }
+      TakePicture(progress.window(), "progress");
       EXPECT_FALSE(IsWindowEnabled(form.window())) << "a second press of Send would send twice";
       progress.Press(u"Cancel");
-    });
+    };
+    user_.ExpectProgress(cancel);
     form.Press(u"Send SMS");
     EXPECT_TRUE(IsWindowEnabled(form.window()));
     form.Press(u"Close");
@@ -158,7 +168,7 @@ TEST_F(SendTest, CancelStopsALongSendBeforeItsRequest) {
 TEST_F(SendTest, AMessageInAnotherScriptArrivesUnchanged) {
   OpenSendForm([&](const Dialog& form) {
     Compose(form, u"\u0645\u0631\u062D\u0628\u0627 #A#");
-    ExpectAlert(u"S M S", u"3 SMS Messages Sent");
+    ExpectAlert(u"S M S Application", u"3 SMS Messages Sent");
     form.Press(u"Send SMS");
     form.Press(u"Close");
   });
@@ -173,14 +183,15 @@ TEST_F(SendTest, AFilterTypedIntoTheInputBoxRestrictsTheSend) {
     user_.Then([&, form] {
       user_.Expect(u"SMS", [](const Dialog& box) {
         box.TypeInto(box.FieldOfClass(L"Edit"), u"#A# = 'Person 3'");
+        TakePicture(box.window(), "filter");
         box.Press(u"OK");
       });
       form.Press(u"Set filter...");
-      user_.Expect(u"S M S", [](const Dialog& question) {
+      user_.Expect(u" S M S ", [](const Dialog& question) {
         EXPECT_EQ(ToUtf8(question.Message()), "1 records has been filtered. Do you want to SMS?");
         SendMessageW(question.window(), WM_COMMAND, IDOK, 0);
       });
-      ExpectAlert(u"S M S", u"1 SMS Messages Sent");
+      ExpectAlert(u" S M S ", u"1 SMS Messages Sent");
       form.Press(u"Send SMS");
       form.Press(u"Close");
     });
@@ -189,35 +200,61 @@ TEST_F(SendTest, AFilterTypedIntoTheInputBoxRestrictsTheSend) {
   EXPECT_EQ(Messages().find("Dear Person 2"), std::string::npos);
 }
 
-TEST_F(SendTest, TemplatesComeFromTheGateway) {
+TEST_F(SendTest, TemplatesAndSenderIdsComeFromTheGateway) {
   OpenSendForm([&](const Dialog& form) {
     form.Press(u"Templates");
     user_.Then([&, form] {
-      form.Press(u"Get templates");
-      user_.Then([&, form] {
-        form.Choose(u"Template", u"Greeting");
-        user_.Then([&, form] {
-          form.Press(u"Put into the message");
-          user_.Then([form] {
-            EXPECT_EQ(WindowText(form.FieldOfClass(L"RICHEDIT50W")), u"Hello #B#, thank you for your order.");
-            form.Press(u"Close");
-          });
-        });
+      form.Choose(u"Sender ID", u"SHOPIN");
+      form.Choose(u"Template", u"Greeting");
+      user_.Then([form] {
+        EXPECT_EQ(WindowText(form.FieldOfClass(L"RICHEDIT50W")), u"Hello #B#, thank you for your order.");
+        TakePicture(form.window(), "templates");
+        form.Press(u"Close");
       });
     });
   });
 }
 
+struct Panel {
+  TextView button;
+  TextView frame;
+  const char* picture;
+};
+
+constexpr Panel kPanels[] = {{u"E-mail", u"E-mail copy", "panel-email"},
+                             {u"Filter", u"Filter", "panel-filter"},
+                             {u"Settings", u"Settings", "panel-settings"},
+                             {u"Scheduler", u"Scheduler", "panel-scheduler"},
+                             {u"Account", u"Account", "panel-account"}};
+
+TEST_F(SendTest, EachPanelTakesThePlaceOfTheOneBefore) {
+  std::size_t shown = 0;
+  const std::function<void(Dialog)> step = [&](Dialog form) {
+    if (shown > 0) {
+      const Panel& panel = kPanels[shown - 1];
+      EXPECT_EQ(form.Frames(),
+                (std::vector<Text>{u"Recipients", u"Rows", u"Message", u"Sender", Text(panel.frame)}));
+      TakePicture(form.window(), panel.picture);
+    }
+    if (shown == std::size(kPanels)) return form.Press(u"Close");
+    form.Press(kPanels[shown++].button);
+    user_.Then([&step, form] { step(form); });  // shown by then
+  };
+  OpenSendForm(step);
+  EXPECT_EQ(shown, std::size(kPanels));
+}
+
 TEST_F(SendTest, DeliveryReportsComeIntoANewSheet) {
   OpenSendForm([&](const Dialog& form) {
     Compose(form, u"For the report");
-    ExpectAlert(u"S M S", u"3 SMS Messages Sent");
+    ExpectAlert(u" S M S ", u"3 SMS Messages Sent");
     form.Press(u"Send SMS");
     form.Press(u"Close");
   });
   user_.Expect(u"SMS - Delivery Reports", [&](const Dialog& form) {
     form.Type(u"New sheet name", u"Report");
     form.Choose(u"Sent through", u"ALL");
+    TakePicture(form.window(), "reports");
     form.Press(u"Get");
     form.Press(u"Close");
   });
@@ -234,7 +271,7 @@ TEST_F(SendTest, DeliveryReportsComeIntoANewSheet) {
 }
 
 TEST_F(SendTest, BalanceAndLogout) {
-  user_.Expect(u"S M S", [](const Dialog& alert) {
+  user_.Expect(u" S M S ", [](const Dialog& alert) {
     EXPECT_NE(alert.Message().find(u"Your credit balance is "), Text::npos);
     alert.PressKey(VK_ESCAPE);
   });

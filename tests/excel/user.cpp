@@ -15,7 +15,7 @@ namespace {
 constexpr UINT kAppeared = WM_APP + 1;
 constexpr UINT kStep = WM_APP + 2;
 constexpr UINT_PTR kWatchdog = 1;
-constexpr UINT kPatience = 90'000;  // milliseconds without any progress
+constexpr UINT kPatience = 30'000;  // milliseconds without any progress
 
 Text ClassOf(HWND window) {
   std::array<wchar_t, 64> name{};
@@ -76,6 +76,16 @@ Text Dialog::Message() const {
   return message;
 }
 
+std::vector<Text> Dialog::Frames() const {
+  std::vector<Text> frames;
+  for (const HWND child : Children()) {
+    const bool frame =
+        ClassOf(child) == u"BUTTON" && (GetWindowLongPtrW(child, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+    if (frame) frames.push_back(Plain(child));
+  }
+  return frames;
+}
+
 HWND Dialog::Field(TextView label) const {
   bool labelled = false;
   for (const HWND child : Children()) {
@@ -95,7 +105,8 @@ HWND Dialog::FieldOfClass(const wchar_t* window_class) const {
 
 HWND Dialog::Button(TextView caption) const {
   for (const HWND child : Children()) {
-    if (ClassOf(child) == u"BUTTON" && Plain(child) == caption) return child;
+    const bool frame = (GetWindowLongPtrW(child, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+    if (ClassOf(child) == u"BUTTON" && !frame && Plain(child) == caption) return child;
   }
   Missing("button", caption);
 }
@@ -114,7 +125,11 @@ void Dialog::TypeInto(HWND field, TextView text) const {
   if (ClassOf(field) == u"COMBOBOX") target = GetWindow(field, GW_CHILD);
   SendMessageW(target, EM_SETSEL, 0, -1);
   SendMessageW(target, WM_CLEAR, 0, 0);
-  for (const char16_t unit : text) SendMessageW(target, WM_CHAR, unit, 1);
+  for (const char16_t unit : text) {
+    // A rich text box takes the Enter key itself, not the character that it makes.
+    const bool enter = unit == u'\r' && ClassOf(target).starts_with(u"RICHEDIT");
+    SendMessageW(target, enter ? WM_KEYDOWN : WM_CHAR, unit, 1);
+  }
 }
 
 void Dialog::Choose(TextView label, TextView item) const {
@@ -194,8 +209,9 @@ LRESULT CALLBACK User::Procedure(HWND window, UINT message, WPARAM first, LPARAM
       return 0;
     }
     case WM_TIMER:
+      for (const std::string& problem : current_->problems_) std::fprintf(stderr, "%s\n", problem.c_str());
       std::fprintf(stderr, "a dialog waits for a user who has no plan; %zu plans left\n",
-                   current_->plans_.size());
+                   current_->pending());
       std::fflush(stderr);
       std::_Exit(3);
     default:

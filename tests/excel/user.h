@@ -23,6 +23,9 @@ class Dialog {
   // The texts of all labels and of boxes that are only for reading, a line each.
   [[nodiscard]] Text Message() const;
 
+  // The captions of the frames that can be seen.
+  [[nodiscard]] std::vector<Text> Frames() const;
+
   [[nodiscard]] HWND Field(TextView label) const;
   // The first field of that window class, for fields without a label.
   [[nodiscard]] HWND FieldOfClass(const wchar_t* window_class) const;

@@ -12,19 +12,19 @@ bool Holds(const std::string& text, const std::string& part) {
 using ConsoleAccount = SandboxTest;
 
 TEST_F(ConsoleAccount, BalanceIsPrintedAloneOnStandardOutput) {
-  const Run run = Quorvel({"balance"});
+  const RunResult run = Quorvel({"balance"});
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.output, "500\n");
   EXPECT_TRUE(Holds(run.error, " S M S : Your credit balance is 500\n"));
   Fail("balance=empty");
-  const Run failed = Quorvel({"balance"});
+  const RunResult failed = Quorvel({"balance"});
   EXPECT_EQ(failed.status, 1);
   EXPECT_EQ(failed.output, "");
 }
 
 TEST_F(ConsoleAccount, AWrongPasswordIsRefused) {
   environment_["QUORVEL_PASSWORD"] = "wrong";
-  const Run run = Quorvel({"balance"});
+  const RunResult run = Quorvel({"balance"});
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.error, "S M S: Invalid Password\n");
 }
@@ -32,14 +32,14 @@ TEST_F(ConsoleAccount, AWrongPasswordIsRefused) {
 TEST_F(ConsoleAccount, TemplatesAreSavedListedSentAndDeleted) {
   EXPECT_EQ(Quorvel({"templates", "save", "Sale", "--message", "Sale in #B#"}).status, 0);
   EXPECT_EQ(Quorvel({"templates", "save", "Sale", "--message", "again"}).status, 1);
-  const Run list = Quorvel({"templates", "list"});
+  const RunResult list = Quorvel({"templates", "list"});
   EXPECT_EQ(list.status, 0);
   EXPECT_TRUE(Holds(list.output, "Sale: Sale in #B#\n")) << list.output;
 
   const std::string workbook = File("w.csv", "919800000101,Rome\n");
   EXPECT_EQ(Quorvel({"send", workbook, "--to", "A", "--message", "@Sale"}).status, 0);
   EXPECT_EQ(Received()["messages"][0]["text"], "Sale in Rome");
-  const Run unknown = Quorvel({"send", workbook, "--to", "A", "--message", "@Nothing"});
+  const RunResult unknown = Quorvel({"send", workbook, "--to", "A", "--message", "@Nothing"});
   EXPECT_EQ(unknown.status, 2);
   EXPECT_TRUE(Holds(unknown.error, "--message: \"Nothing\" is none of Greeting,")) << unknown.error;
 
@@ -48,13 +48,13 @@ TEST_F(ConsoleAccount, TemplatesAreSavedListedSentAndDeleted) {
   EXPECT_FALSE(Holds(Quorvel({"templates", "list"}).output, "Sale"));
 
   Fail("templates=empty");
-  const Run failed = Quorvel({"templates", "list"});
+  const RunResult failed = Quorvel({"templates", "list"});
   EXPECT_EQ(failed.status, 1);
   EXPECT_TRUE(Holds(failed.error, "the gateway did not answer")) << failed.error;
 }
 
 TEST_F(ConsoleAccount, SendersAreListed) {
-  const Run run = Quorvel({"senders", "--json"});
+  const RunResult run = Quorvel({"senders", "--json"});
   EXPECT_EQ(nlohmann::json::parse(run.output)["result"]["senders"], (nlohmann::json{"QUORVEL", "SHOPIN"}));
 }
 
@@ -67,18 +67,18 @@ TEST_F(ConsoleAccount, ReportsGoToTheScreenOrAFile) {
     all.insert(all.end(), more.begin(), more.end());
     return Quorvel(all);
   };
-  const Run all = with({"all"});
+  const RunResult all = with({"all"});
   EXPECT_EQ(all.status, 0);
   EXPECT_EQ(all.output.substr(0, all.output.find("\r\n")), "Number,Message,Sender,Submitted,Due,Status,Mode");
   EXPECT_TRUE(Holds(all.output, "919800000020,\"Stock is low, please call\",SHOPIN,"));
   EXPECT_EQ(with({"ALL", "--output", Path("out.csv")}).output, "");
   EXPECT_EQ(ReadFile("out.csv"), all.output);
   EXPECT_EQ(ReadFile("w.csv"), "x\n");
-  const Run one = with({"c"});
+  const RunResult one = with({"c"});
   EXPECT_TRUE(Holds(one.output, "919800000001") && !Holds(one.output, "919800000020")) << one.output;
   EXPECT_EQ(with({"L"}).status, 0);  // no records are no failure
 
-  const Run letter = with({"X"});
+  const RunResult letter = with({"X"});
   EXPECT_EQ(letter.status, 2);
   EXPECT_TRUE(Holds(letter.error, "--mode: \"X\" is none of L, C,")) << letter.error;
   EXPECT_EQ(with({"ALL", "--output", Path("no/such/folder.csv")}).status, 1);
@@ -87,7 +87,7 @@ TEST_F(ConsoleAccount, ReportsGoToTheScreenOrAFile) {
 TEST_F(ConsoleAccount, SettingsAreListedWithPasswordsMasked) {
   environment_["QUORVEL_PROXY_PASSWORD"] = "proxy-secret";
   ASSERT_EQ(Quorvel({"proxy", "--type", "named", "--host", "p", "--port", "1", "--user", "me"}).status, 0);
-  const Run run = Quorvel({"settings"});
+  const RunResult run = Quorvel({"settings"});
   EXPECT_EQ(run.status, 0);
   EXPECT_TRUE(Holds(run.output, "Tessaly/AuthDetails/ClientCRN = 1001\n")) << run.output;
   EXPECT_TRUE(Holds(run.output, "Tessaly/ProxySettings/ProxyUserPWD = ********\n"));
@@ -103,7 +103,7 @@ TEST_F(ConsoleAccount, SettingsAreListedWithPasswordsMasked) {
 using ConsoleOffline = ConsoleTest;
 
 TEST_F(ConsoleOffline, TheMenuIsShownAsTheHostWouldShowIt) {
-  const Run run = Quorvel({"menu"});
+  const RunResult run = Quorvel({"menu"});
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(
       run.output,
@@ -116,7 +116,7 @@ TEST_F(ConsoleOffline, AProxyThatTheFormRefusesChangesNothing) {
   ASSERT_EQ(Quorvel({"proxy", "--type", "named", "--host", "p", "--port", "8080x"}).status, 0);
   for (const auto& [port, message] :
        {std::pair("none", "S M S: Invalid Proxy Port\n"), {"40000", "Overflow\n"}}) {
-    const Run run = Quorvel({"proxy", "--type", "named", "--host", "other", "--port", port});
+    const RunResult run = Quorvel({"proxy", "--type", "named", "--host", "other", "--port", port});
     EXPECT_EQ(run.status, 1);
     EXPECT_TRUE(Holds(run.error, message)) << run.error;
     EXPECT_EQ(run.output, "type: named\nhost: p\nport: 8080\n");
@@ -146,7 +146,7 @@ TEST_F(ConsoleOffline, UsageErrorsNameTheOption) {
         Case{{"reports", workbook, "--from", "2024-02-30", "--to", "2024-03-01", "--mode", "L", "--sheet",
               "S"},
              "--from"}}) {
-    const Run run = Quorvel(usage.arguments);
+    const RunResult run = Quorvel(usage.arguments);
     EXPECT_EQ(run.status, 2) << usage.part;
     EXPECT_TRUE(Holds(run.error, usage.part)) << run.error;
     EXPECT_EQ(run.output, "");
@@ -155,7 +155,7 @@ TEST_F(ConsoleOffline, UsageErrorsNameTheOption) {
 
 TEST_F(ConsoleOffline, AWorkbookThatCannotBeReadIsNamedWithItsLine) {
   const std::string broken = File("broken.csv", "a,b\nc,\"d\n");
-  const Run run = Quorvel({"send", broken, "--to", "A", "--message", "x"});
+  const RunResult run = Quorvel({"send", broken, "--to", "A", "--message", "x"});
   EXPECT_EQ(run.status, 4);
   EXPECT_EQ(run.error, "quorvel: " + broken + ":2: a quoted field that begins here is not closed\n");
   EXPECT_EQ(Quorvel({"reports", Path("none.csv"), "--from", "2024-01-01", "--to", "2024-01-01", "--mode", "L",

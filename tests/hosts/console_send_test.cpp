@@ -33,7 +33,7 @@ using ConsoleSend = SandboxTest;
 
 TEST_F(ConsoleSend, EveryRowGetsItsOwnMessage) {
   const std::string workbook = File("customers.csv", kCustomers);
-  const Run run = Quorvel({"send", workbook, "--to", "c", "--message", "Hello #A# in #B#, #AB#"});
+  const RunResult run = Quorvel({"send", workbook, "--to", "c", "--message", "Hello #A# in #B#, #AB#"});
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.output, "accepted\n");
   EXPECT_EQ(run.error, "S M S: Logged in successfully\n S M S : 3 SMS Messages Sent\n");
@@ -47,7 +47,7 @@ TEST_F(ConsoleSend, RowsDuplicatesFilterAndCountryCodeChooseTheRecipients) {
   const auto send = [&](std::vector<std::string> options) {
     options.insert(options.begin(), {"send", workbook, "--to", "C", "--message", "#B#", "--yes"});
     const std::size_t before = Arrived(Received()).size();
-    const Run run = Quorvel(options);
+    const RunResult run = Quorvel(options);
     EXPECT_EQ(run.status, 0) << run.error;
     std::vector<std::string> arrived = Arrived(Received());
     arrived.erase(arrived.begin(), arrived.begin() + static_cast<std::ptrdiff_t>(before));
@@ -66,14 +66,15 @@ TEST_F(ConsoleSend, RowsDuplicatesFilterAndCountryCodeChooseTheRecipients) {
             (Messages{"919800000101: Cities:\r\nRome\r\nRiga\r\nBye", "9800000102: Cities:\r\nOslo\r\nBye"}));
 }
 
-TEST_F(ConsoleSend, UnicodeArrivesAsWritten) {
+TEST_F(ConsoleSend, UnicodeAndAMessageFileArriveAsWritten) {
   const std::string workbook =
       File("customers.csv", "919800000101,\xC5\xBB\xC3\xB3\xC5\x82w,\xF0\x9F\x98\x80\n");
   const std::string message = File("message.txt", "\xEF\xBB\xBF\xD0\x96 #B# #C#\n");
-  const Run run = Quorvel({"send", workbook, "--to", "A", "--message-file", message});
+  const RunResult run = Quorvel({"send", workbook, "--to", "A", "--message-file", message});
   EXPECT_EQ(run.status, 0) << run.error;
-  EXPECT_EQ(Arrived(Received()),
-            (std::vector<std::string>{"919800000101: \xD0\x96 \xC5\xBB\xC3\xB3\xC5\x82w \xF0\x9F\x98\x80"}));
+  EXPECT_EQ(
+      Arrived(Received()),
+      (std::vector<std::string>{"919800000101: \xD0\x96 \xC5\xBB\xC3\xB3\xC5\x82w \xF0\x9F\x98\x80\n"}));
 }
 
 TEST_F(ConsoleSend, AScheduledJobCarriesItsOptions) {
@@ -106,7 +107,7 @@ TEST_F(ConsoleSend, AScheduledJobCarriesItsOptions) {
 
   std::vector<std::string> going_on = arguments;
   going_on.emplace_back("--yes");
-  const Run run = Quorvel(going_on);
+  const RunResult run = Quorvel(going_on);
   EXPECT_EQ(run.status, 0) << run.error;
   EXPECT_TRUE(
       Holds(run.error, "SMS: Are You Sure You Want To Set Scheculer On 'Tuesday 03 February 2099 02:30 PM'"));
@@ -127,7 +128,7 @@ TEST_F(ConsoleSend, ThePreviewShowsEveryMessageAndWaitsForAnAnswer) {
   const std::string workbook = File("customers.csv", kCustomers);
   const std::vector<std::string> arguments = {"send", workbook,    "--to",   "C",        "--rows",
                                               "2,3",  "--message", "Hi #A#", "--preview"};
-  const Run unanswered = Quorvel(arguments);
+  const RunResult unanswered = Quorvel(arguments);
   EXPECT_EQ(unanswered.status, 3);
   EXPECT_TRUE(
       unanswered.output.starts_with("1/2  919800000101  characters: 7  SMS: \nHi Anna\n\n"
@@ -149,7 +150,7 @@ TEST_F(ConsoleSend, ALongMessageNeedsConsent) {
   const std::string workbook = File("customers.csv", "919800000101\n");
   const std::vector<std::string> arguments = {"send", workbook,    "--to",
                                               "A",    "--message", std::string(161, 'x')};
-  const Run refused = Quorvel(arguments);
+  const RunResult refused = Quorvel(arguments);
   EXPECT_EQ(refused.status, 3);
   EXPECT_EQ(refused.output, "cancelled\n");
   EXPECT_TRUE(Received()["messages"].empty());
@@ -161,13 +162,13 @@ TEST_F(ConsoleSend, ALongMessageNeedsConsent) {
 
 TEST_F(ConsoleSend, JsonIsOneObjectAndNothingElse) {
   const std::string workbook = File("customers.csv", kCustomers);
-  const Run run = Quorvel({"--json", "send", workbook, "--to", "C", "--message", "x"});
+  const RunResult run = Quorvel({"--json", "send", workbook, "--to", "C", "--message", "x"});
   EXPECT_EQ(run.error, "");
   EXPECT_EQ(nlohmann::json::parse(run.output),
             nlohmann::json::parse(R"({"messages": [{"title": "S M S", "text": "Logged in successfully"},
                                                    {"title": " S M S ", "text": "3 SMS Messages Sent"}],
                                       "result": {"outcome": "accepted"}, "status": 0})"));
-  const Run bad = Quorvel({"send", Path("none.csv"), "--to", "C", "--message", "x", "--json"});
+  const RunResult bad = Quorvel({"send", Path("none.csv"), "--to", "C", "--message", "x", "--json"});
   EXPECT_EQ(bad.status, 4);
   EXPECT_EQ(nlohmann::json::parse(bad.output)["status"], 4);
 }
@@ -180,13 +181,17 @@ struct Refusal {
   const char* message;
 };
 
+void PrintTo(const Refusal& refusal, std::ostream* out) {
+  *out << refusal.name;
+}
+
 class ConsoleRefusal : public SandboxTest, public testing::WithParamInterface<Refusal> {};
 
 TEST_P(ConsoleRefusal, EndsTheSendWithItsMessageAndIsNotTriedAgain) {
   const std::string workbook = File("customers.csv", kCustomers);
   Fail(GetParam().reply);
   const std::size_t before = Received()["requests"].size();
-  const Run run = Quorvel({"send", workbook, "--to", "C", "--message", "x"});
+  const RunResult run = Quorvel({"send", workbook, "--to", "C", "--message", "x"});
   EXPECT_EQ(run.status, GetParam().status);
   EXPECT_EQ(run.output, std::string(GetParam().outcome) + "\n");
   EXPECT_TRUE(Holds(run.error, GetParam().message)) << run.error;
@@ -249,7 +254,7 @@ TEST_F(ConsoleWire, ADryRunPrintsWhatWouldBePosted) {
   std::vector<std::string> dry = arguments;
   dry.emplace_back("--dry-run");
   environment_.erase("QUORVEL_PASSWORD");
-  const Run shown = Quorvel(dry);
+  const RunResult shown = Quorvel(dry);
   EXPECT_EQ(shown.status, 0);
   EXPECT_EQ(shown.error, "");
   EXPECT_TRUE(gateway_.requests().empty());
@@ -257,7 +262,7 @@ TEST_F(ConsoleWire, ADryRunPrintsWhatWouldBePosted) {
   environment_["QUORVEL_PASSWORD"] = "demo";
   ASSERT_EQ(Quorvel(arguments).status, 0);
   ASSERT_EQ(gateway_.requests().size(), kLoginRequests + 1);
-  const std::string& request = gateway_.requests().back();
+  const std::string request = gateway_.requests().back();
   const std::string body =
       std::regex_replace(BodyOf(request), std::regex("&(passwd|FromEmailPwd)=[^&]*"), "&$1=********");
   EXPECT_TRUE(Holds(BodyOf(request), "&passwd=demo&")) << request;
@@ -269,7 +274,7 @@ TEST_F(ConsoleWire, ALoginThatGetsNoAnswerIsNotRepeated) {
   LoopbackServer silent({HttpAnswer("[Success]sms.example"), ""});
   UseProxy(silent.port());
   const std::string workbook = File("customers.csv", kCustomers);
-  const Run run =
+  const RunResult run =
       Quorvel({"--yes", "--crn", "1", "--user", "u", "send", workbook, "--to", "C", "--message", "x"});
   EXPECT_EQ(run.status, 1);
   EXPECT_TRUE(Holds(run.error,
@@ -282,7 +287,8 @@ TEST_F(ConsoleWire, ALoginThatGetsNoAnswerIsNotRepeated) {
 TEST_F(ConsoleWire, WithoutAPasswordAndATerminalNothingIsSent) {
   environment_.erase("QUORVEL_PASSWORD");
   const std::string workbook = File("customers.csv", kCustomers);
-  const Run run = Quorvel({"--crn", "1", "--user", "u", "send", workbook, "--to", "C", "--message", "x"});
+  const RunResult run =
+      Quorvel({"--crn", "1", "--user", "u", "send", workbook, "--to", "C", "--message", "x"});
   EXPECT_EQ(run.status, 3);
   EXPECT_TRUE(Holds(run.error, "QUORVEL_PASSWORD")) << run.error;
   EXPECT_TRUE(gateway_.requests().empty());
@@ -300,6 +306,7 @@ TEST_F(ConsoleWire, OnATerminalThePasswordAndTheQuestionsAreAskedFor) {
   ASSERT_TRUE(program.WaitForOutput("[y/N] "));
   program.Type("y\n");
   EXPECT_EQ(program.Wait(), 0);
+  EXPECT_TRUE(Holds(program.output(), "\r\x1B[KPlease wait")) << program.output();
   EXPECT_FALSE(Holds(program.output(), "s3cret")) << program.output();
   ASSERT_EQ(gateway_.requests().size(), kLoginRequests + 1);
   EXPECT_TRUE(Holds(gateway_.requests()[1], "user=u&passwd=s3cret"));

@@ -30,7 +30,7 @@ std::string Ask(std::int16_t port, std::string_view path, std::optional<std::str
 
 }  // namespace
 
-void PrintTo(const Run& run, std::ostream* out) {
+void PrintTo(const RunResult& run, std::ostream* out) {
   *out << "status " << run.status << "\noutput: " << run.output << "\nerror: " << run.error;
 }
 
@@ -40,14 +40,14 @@ ChildProcess::Start ConsoleTest::Start(const std::vector<std::string>& arguments
   return start;
 }
 
-Run ConsoleTest::Quorvel(const std::vector<std::string>& arguments) {
+RunResult ConsoleTest::Quorvel(const std::vector<std::string>& arguments) {
   ChildProcess program(Start(arguments));
   const int status = program.Wait();
   return {status, program.output(), program.error()};
 }
 
 void ConsoleTest::UseProxy(std::int16_t port) {
-  const Run run =
+  const RunResult run =
       Quorvel({"proxy", "--type", "named", "--host", "127.0.0.1", "--port", std::to_string(port)});
   ASSERT_EQ(run.status, 0) << run.error;
 }
@@ -70,7 +70,8 @@ void SandboxTest::SetUp() {
   const std::string& line = sandbox_->output();
   port_ = static_cast<std::int16_t>(std::stoi(line.substr(line.rfind(':') + 1)));
   UseProxy(port_);
-  const Run first = Quorvel({"--crn", "1001", "--user", "demo", "balance"});  // later runs remember both
+  const RunResult first =
+      Quorvel({"--crn", "1001", "--user", "demo", "balance"});  // later runs remember both
   ASSERT_EQ(first.status, 0) << first.error;
 }
 
@@ -79,7 +80,7 @@ nlohmann::json SandboxTest::Received() const {
 }
 
 void SandboxTest::Fail(const std::string& rule) const {
-  ASSERT_EQ(Ask(port_, "/_sandbox/fail", rule), "rules replaced");
+  ASSERT_EQ(Ask(port_, "/_sandbox/fail", rule), "rules replaced\n");
 }
 
 }  // namespace quorvel

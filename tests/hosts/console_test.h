@@ -14,18 +14,18 @@
 namespace quorvel {
 
 // How a run of the program ended.
-struct Run {
+struct RunResult {
   int status = -1;
   std::string output;
   std::string error;
 };
-void PrintTo(const Run& run, std::ostream* out);
+void PrintTo(const RunResult& run, std::ostream* out);
 
 // Runs the real program, with settings and files of its own, as the user "demo" of the gateway's CRN 1001.
 class ConsoleTest : public testing::Test {
  protected:
   // Runs with the settings of this test and reads to the end.
-  Run Quorvel(const std::vector<std::string>& arguments);
+  RunResult Quorvel(const std::vector<std::string>& arguments);
   // What such a run is started with.
   [[nodiscard]] ChildProcess::Start Start(const std::vector<std::string>& arguments) const;
   // Reaches every gateway through the server at that port.

@@ -100,6 +100,10 @@ struct BrokenAnswer {
   std::string read;
 };
 
+void PrintTo(const BrokenAnswer& answer, std::ostream* out) {
+  *out << answer.name;
+}
+
 class BrokenAnswerTest : public CurlInternetTest, public testing::WithParamInterface<BrokenAnswer> {};
 
 TEST_P(BrokenAnswerTest, IsReadAsFarAsItCameAndNeverAskedForAgain) {

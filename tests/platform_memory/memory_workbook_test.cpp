@@ -64,6 +64,14 @@ TEST(MemorySheet, UsedRangeReachesTheLastCellThatIsNotEmpty) {
   EXPECT_EQ(sheet.Value({u"C", 40}), CellValue());
 }
 
+TEST(MemorySheet, RemembersTheColumnThatWasSelected) {
+  MemorySheet sheet(u"Data");
+  EXPECT_THROW(sheet.SelectColumn(0), RuntimeError);
+  EXPECT_EQ(sheet.selected_column(), 0);
+  sheet.SelectColumn(3);
+  EXPECT_EQ(sheet.selected_column(), 3);
+}
+
 TEST(MemorySheet, RefusesCellsOutsideTheGrid) {
   MemorySheet sheet(u"Data");
   sheet.Write({u"XFD", 1'048'576}, u"last");

@@ -102,25 +102,26 @@ TEST(FrmPreviewSMS, TheMessageBoxPassesTheFocusOn) {
 }
 
 TEST(FrmPreviewSMS, TotalsAndPlacesBeyond16BitsOverflow) {
-  const std::vector<std::size_t> most(32767, 1);
-  std::vector<std::size_t> too_many = most;
-  too_many.push_back(1);
+  constexpr std::size_t kMost = 32767;
   struct Row {
-    PreviewState state;
-    int error;
+    std::vector<std::size_t> lengths;
+    bool unicode = false;
+    bool fits = false;
   };
-  for (auto& [state, error] : {Row{Batch(most), 0}, Row{Batch(too_many), 6},
-                               Row{Batch({63 * 32767}, true), 0}, Row{Batch({63 * 32766, 63, 1}, true), 6}}) {
-    PreviewState batch = state;
-    frmPreviewSMS form(batch);
-    int raised = 0;
+  for (const auto& [lengths, unicode, fits] :
+       {Row{std::vector<std::size_t>(kMost, 1), false, true},
+        Row{std::vector<std::size_t>(kMost + 1, 1), false, false}, Row{{63 * kMost}, true, true},
+        Row{{63 * kMost - 63, 63, 1}, true, false}}) {
+    PreviewState state = Batch(lengths, unicode);
+    frmPreviewSMS form(state);
     try {
       form.Load();
+      EXPECT_TRUE(fits);
       EXPECT_EQ(form.label_Total_SMSs.caption(), u"32767");
-    } catch (const RuntimeError& overflow) {
-      raised = overflow.number();
+    } catch (const RuntimeError& error) {
+      EXPECT_FALSE(fits);
+      EXPECT_EQ(error.number(), 6);
     }
-    EXPECT_EQ(raised, error);
   }
 }
 

@@ -5,6 +5,8 @@
 namespace quorvel::sandbox {
 namespace {
 
+constexpr std::string_view kLogin = "/Tools/Excel_Plugin/LoginCheck.asp";
+
 // A plain send of `message` to two numbers.
 std::string TwoNumbers(const std::string& message, const std::string& cells, const std::string& rest = "") {
   return "mobilenumber=111,222&message=" + message + "&MMCellData=" + cells + kPlain +
@@ -18,7 +20,6 @@ TEST_F(GatewayTest, ValidatesCrns) {
 }
 
 TEST_F(GatewayTest, LoginAnswersEachState) {
-  constexpr std::string_view kLogin = "/Tools/Excel_Plugin/LoginCheck.asp";
   EXPECT_EQ(Post(kLogin, "user=demo&passwd=demo"), "000");
   EXPECT_EQ(Post(kLogin, "user=Demo&passwd=demo"), "002");
   EXPECT_EQ(Post(kLogin, "user=demo&passwd=Demo"), "003");

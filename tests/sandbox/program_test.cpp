@@ -26,6 +26,7 @@ class Program {
       close(out[1]);
       arguments.insert(arguments.begin(), SANDBOX_PROGRAM);
       std::vector<char*> argv;
+      argv.reserve(arguments.size() + 1);
       for (std::string& argument : arguments) argv.push_back(argument.data());
       argv.push_back(nullptr);
       execv(SANDBOX_PROGRAM, argv.data());

@@ -51,6 +51,18 @@ TEST_F(ScheduledJobsTest, RetimesWhatIsNotDueYet) {
   EXPECT_EQ(Messages()[1]["due"], "2024-03-01T12:10:00");
 }
 
+TEST_F(ScheduledJobsTest, AnAccountReachesItsOwnJobsOnly) {
+  Data data = DefaultData();
+  data.accounts.push_back(data.accounts.front());
+  data.accounts.back().user = u"other";
+  Restart(std::move(data));
+  Schedule("First", "10");
+  const std::string other = "&user=other&passwd=n%07nuv%02";
+  EXPECT_EQ(Post("/Merrow/getScheduledData_Excel.asp", "getScheduledSMS=Y" + other), "<SMS>0</SMS>");
+  EXPECT_EQ(Post("/Merrow/EditDeleteScheduler.asp", "schIDs=1" + other), "<ERROR>");
+  EXPECT_EQ(Messages().size(), 2U);
+}
+
 TEST_F(ScheduledJobsTest, ABadEditChangesNothing) {
   Schedule("First", "10");
   for (const char* what : {"schIDs=1,7", "schIDs=", "schIDs=x", "schIDs=1,", "", "schIDs=1&newDateTimeMin=",

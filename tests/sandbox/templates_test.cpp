@@ -39,7 +39,10 @@ TEST_F(TemplatesTest, UnicodeTemplatesComeBackInByteHex) {
 
 TEST_F(TemplatesTest, TextWithAMarkerCannotBreakTheReply) {
   EXPECT_EQ(Ask("SaveMsg=a%7Cmsg%5Ftext%7Cb&MsgName=N"), "Successfully Saved!!!");
-  EXPECT_EQ(Pull(), std::string("14E|msg_name|617C6D73675F746578747C62|msg_text|") + kSenders);
+  EXPECT_EQ(Ask("SaveMsg=x&MsgName=%7Cmsg%5Fname%7C"), "Successfully Saved!!!");
+  EXPECT_EQ(Pull(), std::string("14E|msg_name|617C6D73675F746578747C62|msg_text|"
+                                "17C6D73675F6E616D657C|msg_name|78|msg_text|") +
+                        kSenders);
 }
 
 TEST_F(TemplatesTest, SaysWhatIsWrongAndChangesNothing) {

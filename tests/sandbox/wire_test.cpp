@@ -35,7 +35,8 @@ TEST(Scramble, IsUndoneForEveryPositionAndKey) {
 
 TEST(Scramble, RefusesWhatNoPasswordGives) {
   using std::string_literals::operator""s;
-  for (const std::string& bytes : {""s, "\x02"s, "ab"s, "\x05"s, "abc\x03"s, "abc\x00"s, "\x09\x08\x01"s}) {
+  for (const std::string& bytes :
+       {""s, "\x02"s, "ab"s, "\x05"s, "zz\x01\x03"s, "abc\x00"s, "\x09\x08\x01"s}) {
     EXPECT_FALSE(UndoScramble(bytes)) << ToByteHex(bytes);
   }
 }

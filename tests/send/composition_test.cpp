@@ -64,7 +64,8 @@ TEST_F(CompositionTest, NumbersAreCleanedOfDotsHyphensAndBlanksOnly) {
                       {Date{45352}, "3/1/2024"},
                       {-9876543211.0, "9876543211"}};
   for (const auto& [value, number] : rows) {
-    sheet().Set({u"A", 1}, value, u"9");  // shown otherwise than it is
+    const bool is_text = std::holds_alternative<Text>(value);
+    is_text ? sheet().Set({u"A", 1}, value) : sheet().Set({u"A", 1}, value, u"9");  // shown otherwise than it is
     EXPECT_EQ(Numbers([](frmSendSMS& form) {
                 form.optRowRange.UserChoose();
                 form.txtStartRow.UserType(u"1");
@@ -148,10 +149,10 @@ TEST_F(CompositionTest, CellsTravelAsTheyAreShownWithoutTheRowsOwnMarks) {
 
 TEST_F(CompositionTest, PlaceholdersOfAnyWritingTravel) {
   Fill({{Text(u"1"), Text(u"x")}});
-  EXPECT_EQ(Cells(u"# B #"), "B%01x");
-  EXPECT_EQ(Cells(u"#b#"), "b%01x");
-  EXPECT_EQ(Cells(u"#Z#"), "Z%01");
-  EXPECT_EQ(Cells(u"#BB# #"), "");
+  EXPECT_EQ(Cells(u"# B #!"), "B%01x");
+  EXPECT_EQ(Cells(u"#b#!"), "b%01x");
+  EXPECT_EQ(Cells(u"#Z#!"), "Z%01");
+  EXPECT_EQ(Cells(u"#BB# #!"), "");
 }
 
 // What is merged decides on length and emptiness, not the template.

@@ -12,7 +12,7 @@ struct Kind {
   const char* name;
   TextView message;
   void (*options)(frmSendSMS&);
-  std::string_view reply_to;  // the page of an accepted send
+  std::string_view page;
 };
 
 void ChooseEmail(frmSendSMS& form) {
@@ -47,10 +47,10 @@ TEST_P(SendFaultsTest, ACallOfTheHostThatFailsSendsNothingAndTheNextSendIsWhole)
     std::string_view operation;
     int at_least;  // calls in a send
   };
-  for (const auto& [operation, at_least] :
-       {Row{"Application::ActiveWorkbook", 2}, Row{"Workbook::ActiveSheet", 1}, Row{"Sheet::UsedRows", 1},
-        Row{"Sheet::Value", 4}, Row{"Sheet::CellText", 3}, Row{"Settings::Write", 2}}) {
-    WithFilledForm([&](frmSendSMS& form) {
+  WithFilledForm([&](frmSendSMS& form) {
+    for (const auto& [operation, at_least] :
+         {Row{"Application::ActiveWorkbook", 2}, Row{"Workbook::ActiveSheet", 1}, Row{"Sheet::UsedRows", 1},
+          Row{"Sheet::Value", 4}, Row{"Sheet::CellText", 3}, Row{"Settings::Write", 2}}) {
       internet_.Answer("000");
       int failures = 0;
       for (; failures < 50; ++failures) {
@@ -65,17 +65,17 @@ TEST_P(SendFaultsTest, ACallOfTheHostThatFailsSendsNothingAndTheNextSendIsWhole)
         EXPECT_THAT(NewRequests(), SizeIs(0)) << operation << " " << failures + 1;
       }
       EXPECT_GE(failures, at_least) << operation;
-    });
-    const auto requests = NewRequests();
-    ASSERT_THAT(requests, SizeIs(1)) << operation;
-    EXPECT_EQ(requests[0].object, GetParam().reply_to);
-    EXPECT_NE(requests[0].body.find("mobilenumber=1,2,3&"), std::string::npos);
-  }
+      const auto requests = NewRequests();
+      ASSERT_THAT(requests, SizeIs(1)) << operation;
+      EXPECT_EQ(requests[0].object, GetParam().page);
+      EXPECT_NE(requests[0].body.find("mobilenumber=1,2,3&"), std::string::npos);
+    }
+  });
 }
 
 TEST_P(SendFaultsTest, ACallOfTheInternetThatFailsIsToldAndNotRepeated) {
-  for (std::size_t step = 1; step <= 5; ++step) {  // up to the first read
-    WithFilledForm([&](frmSendSMS& form) {
+  WithFilledForm([&](frmSendSMS& form) {
+    for (std::size_t step = 1; step <= 5; ++step) {  // up to the first read
       internet_.Answer("000");
       internet_.FailCall(internet_.calls().size() + step);
       form.cmdSend.UserPress();
@@ -84,11 +84,11 @@ TEST_P(SendFaultsTest, ACallOfTheInternetThatFailsIsToldAndNotRepeated) {
       if (step == 5) internet_.Answer("000");
       form.cmdSend.UserPress();
       EXPECT_EQ(form.outcome(), SendOutcome::kAccepted);
-    });
-    EXPECT_THAT(NewRequests(), SizeIs(1));
-    EXPECT_EQ(internet_.open_handles(), 0U);
-    EXPECT_THAT(NewAlerts(), SizeIs(2));
-  }
+      EXPECT_THAT(NewRequests(), SizeIs(1));
+      EXPECT_EQ(internet_.open_handles(), 0U);
+      EXPECT_THAT(NewAlerts(), SizeIs(2));
+    }
+  });
 }
 
 INSTANTIATE_TEST_SUITE_P(
