@@ -9,7 +9,7 @@ packages=(
   # Calc: the application, its SDK, a display to run it on, and the driver of its tests.
   libreoffice-calc libreoffice-dev libreoffice-gtk3 python3-uno zip xvfb openbox xdotool imagemagick
   # Excel: the cross compilers, the Windows stand-in and the installer's compiler.
-  g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix wine64 nsis
+  g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix wine64 fonts-wine nsis
 )
 
 missing=()

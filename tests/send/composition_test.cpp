@@ -65,7 +65,8 @@ TEST_F(CompositionTest, NumbersAreCleanedOfDotsHyphensAndBlanksOnly) {
                       {-9876543211.0, "9876543211"}};
   for (const auto& [value, number] : rows) {
     const bool is_text = std::holds_alternative<Text>(value);
-    is_text ? sheet().Set({u"A", 1}, value) : sheet().Set({u"A", 1}, value, u"9");  // shown otherwise than it is
+    is_text ? sheet().Set({u"A", 1}, value)
+            : sheet().Set({u"A", 1}, value, u"9");  // shown otherwise than it is
     EXPECT_EQ(Numbers([](frmSendSMS& form) {
                 form.optRowRange.UserChoose();
                 form.txtStartRow.UserType(u"1");

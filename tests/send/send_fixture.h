@@ -12,8 +12,8 @@ inline constexpr TextView kSendTitle = u" S M S ";
 // The body of a standard send without options; `tail` begins behind the sender.
 [[nodiscard]] std::string StandardBody(std::string_view numbers, std::string_view message,
                                        std::string_view cells, std::string_view tail = "&IsConcatSMS=0");
-// The body of a filtered or grouped send, the first of a session: the password is scrambled by the time and by
-// a random number.
+// The body of a filtered or grouped send, the first of a session: the password is scrambled by the time and
+// by a random number.
 [[nodiscard]] std::string RecordsBody(std::string_view numbers, std::string_view message,
                                       std::string_view cells, std::string_view tail = "&IsConcatSMS=0&TOS=N");
 [[nodiscard]] std::string UnicodeBody(std::string_view numbers, std::string_view message,

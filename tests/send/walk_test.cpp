@@ -163,7 +163,8 @@ TEST_F(RowScheduleTest, EveryRowThatIsSentHasItsMinutes) {
 }
 
 TEST_F(RowScheduleTest, ExpiredDatesAreAskedForOnceAndSentAtOnce) {
-  Fill({{Text(u"1"), Date{45352.25}}, {Text(u"2"), Date{45352.5}}, {Text(u"3"), Date{45353}}});
+  Fill(
+      {{Text(u"1"), Date{45352.5}}, {Text(u"2"), Date{45352.25}}, {Text(u"3"), Date{45353}}});  // now, before
   const User choose = ByColumn();
   forms_.AnswerNext(Answer::kYes);
   EXPECT_THAT(Send(u"Hi", choose).body, HasSubstr("&ScheduledAfterMinutes=0,0,720&"));
