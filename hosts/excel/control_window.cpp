@@ -14,8 +14,8 @@ constexpr int kDropDownLines = 12;
 constexpr DWORD kMostText = 0x7FFFFFFE;
 
 struct WindowKind {
-  const wchar_t* window_class;
-  DWORD style;
+  const wchar_t* window_class = nullptr;
+  DWORD style = 0;
   DWORD extended_style = 0;
 };
 
@@ -312,9 +312,9 @@ void ControlWindow::ShowItems(const DialogMetrics& metrics) const {
   for (const Text& item : combo.items()) {
     SendMessageW(handle_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(item)));
   }
+  const int widest = WidestItem(handle_, combo.items(), metrics.font());
   const int scroll_bar = GetSystemMetrics(SM_CXVSCROLL) + 4 * GetSystemMetrics(SM_CXEDGE);
-  SendMessageW(handle_, CB_SETDROPPEDWIDTH,
-               static_cast<WPARAM>(WidestItem(handle_, combo.items(), metrics.font()) + scroll_bar), 0);
+  SendMessageW(handle_, CB_SETDROPPEDWIDTH, static_cast<WPARAM>(widest) + static_cast<WPARAM>(scroll_bar), 0);
   ShowListIndex();
   SendMessageW(handle_, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(handle_, nullptr, TRUE);

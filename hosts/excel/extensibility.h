@@ -5,7 +5,7 @@
 namespace quorvel {
 
 // The interface by which Office hosts load an add-in.
-struct IDTExtensibility2 : public IDispatch {
+struct IDTExtensibility2 : public IDispatch {  // NOLINT(cppcoreguidelines-virtual-class-destructor): COM
   // `mode`: 0 after start-up, 1 at start-up, 2 by another program, 3 from the command line. `instance` is the
   // host's entry for this add-in. `custom` may be null, here and below.
   virtual HRESULT STDMETHODCALLTYPE OnConnection(IDispatch* application, int mode, IDispatch* instance,

@@ -11,7 +11,7 @@ namespace quorvel {
 
 namespace {
 
-constexpr LONGLONG kMostBytes = 256 * 1024;  // then the log starts again
+constexpr LONGLONG kMostBytes = 256LL * 1024;  // then the log starts again
 
 std::string TimeStamp() {
   SYSTEMTIME now{};

@@ -12,7 +12,7 @@ namespace quorvel {
 // A value of the automation interfaces; owns what it refers to.
 class Variant {
  public:
-  Variant() noexcept { VariantInit(&value_); }
+  Variant() noexcept = default;
   explicit Variant(std::int32_t number);
   explicit Variant(double number);
   explicit Variant(bool flag);
@@ -47,7 +47,7 @@ class Variant {
   [[nodiscard]] ComPtr<IDispatch> ToObject() const;
 
  private:
-  VARIANT value_;
+  VARIANT value_{};  // of all zeros: empty
 };
 
 // A cell's value as the host hands it out: every kind of number, currency included, is a number; Null is

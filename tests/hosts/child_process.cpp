@@ -39,6 +39,7 @@ Pipe OpenTerminal() {
 
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
   std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
   for (std::string& text : texts) pointers.push_back(text.data());
   pointers.push_back(nullptr);
   return pointers;
@@ -79,7 +80,8 @@ ChildProcess::ChildProcess(const Start& start) {
   std::vector<std::string> arguments{start.program};
   arguments.insert(arguments.end(), start.arguments.begin(), start.arguments.end());
   std::vector<std::string> environment;
-  for (const auto& [name, value] : start.environment) environment.push_back(name + "=" + value);
+  for (const auto& [name, value] : start.environment)
+    environment.emplace_back(name).append("=").append(value);
   const int result = ::posix_spawn(&pid_, start.program.c_str(), &actions, nullptr,
                                    Pointers(arguments).data(), Pointers(environment).data());
   posix_spawn_file_actions_destroy(&actions);

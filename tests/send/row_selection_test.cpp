@@ -51,16 +51,17 @@ TEST_F(RowListTest, AListAtFaultSendsNothing) {
     TextView list, message;
   };
   FillNumbers(3);
-  for (const auto& [list, message] :
+  for (const Row& row :
        {Row{u"0-10", u"Invalid format in row range of rows"},
         Row{u"0", u"Invalid format in row range of rows"}, Row{u"  ", u"Invalid format in row range of rows"},
         Row{u"abc", u"Invalid format at first row"}, Row{u"-5", u"Invalid format at first row"},
         Row{u"3-1", u"Invalid format at first row"}}) {
     ExpectNotSent(u"Hi", [&](frmSendSMS& form) {
       form.optRows.UserChoose();
-      form.txtRows.UserType(list);
+      form.txtRows.UserType(row.list);
     });
-    EXPECT_THAT(NewAlerts(), ElementsAre(Alert{Text(message), kCritical, Text(kSendTitle)})) << ToUtf8(list);
+    EXPECT_THAT(NewAlerts(), ElementsAre(Alert{Text(row.message), kCritical, Text(kSendTitle)}))
+        << ToUtf8(row.list);
     EXPECT_EQ(focus_, "txtRows");
   }
 }

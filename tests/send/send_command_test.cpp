@@ -22,39 +22,37 @@ Alert Told(TextView message, TextView title = u"SMS") {
   return {Text(message), kInformation, Text(title)};
 }
 
-using User = std::function<void(frmSendSMS&)>;
-
-User Type(TextBox frmSendSMS::*box, TextView text) {
-  return [box, text](frmSendSMS& form) { (form.*box).UserType(text); };
-}
-
 TEST_F(SendCommandTest, ChecksEndAtTheFirstThatFailsAndLeadToItsField) {
   using F = frmSendSMS;
   struct Step {
-    User mend;  // what the user changes after the alert before
+    void (*mend)(F&);  // what the user changes after the alert before
     TextView message, title;
     std::string_view focus;
   };
   const Step steps[] = {
       {[](F&) {}, u"Please enter start row", u"SMS", "txtStartRow"},
-      {[](F& form) { EXPECT_EQ(form.txtStartRow.text(), u""); }, u"Please enter start row", u"SMS",
+      {[](F& f) { EXPECT_EQ(f.txtStartRow.text(), u""); }, u"Please enter start row", u"SMS", "txtStartRow"},
+      {[](F& f) { f.txtStartRow.UserType(u"abc"); }, u"Start row should be numeric only", u"SMS",
        "txtStartRow"},
-      {Type(&F::txtStartRow, u"abc"), u"Start row should be numeric only", u"SMS", "txtStartRow"},
-      {Type(&F::txtStartRow, u"0"), u"Start row should be greater than zero", u"SMS", "txtStartRow"},
-      {Type(&F::txtStartRow, u"-3"), u"Start row should be greater than zero", u"SMS", "txtStartRow"},
-      {Type(&F::txtStartRow, u" 11 "), u"Please enter end row", u"SMS", "txtEndRow"},
-      {Type(&F::txtEndRow, u"1 1"), u"End row should be numeric only", u"SMS", "txtEndRow"},
-      {Type(&F::txtEndRow, u"-1"), u"End row should be greater than zero", u"SMS", "txtEndRow"},
-      {Type(&F::txtEndRow, u"9"), u"End row should be greater than Start row", u"SMS", "txtEndRow"},
-      {Type(&F::txtEndRow, u"11"), u"Please enter Email Subject", u"SMS + Email", "txtEmailSubject"},
-      {Type(&F::txtEmailSubject, u"Hi"), u"Please Select Email Address Column", u"SMS + Email",
+      {[](F& f) { f.txtStartRow.UserType(u"0"); }, u"Start row should be greater than zero", u"SMS",
+       "txtStartRow"},
+      {[](F& f) { f.txtStartRow.UserType(u"-3"); }, u"Start row should be greater than zero", u"SMS",
+       "txtStartRow"},
+      {[](F& f) { f.txtStartRow.UserType(u" 11 "); }, u"Please enter end row", u"SMS", "txtEndRow"},
+      {[](F& f) { f.txtEndRow.UserType(u"1 1"); }, u"End row should be numeric only", u"SMS", "txtEndRow"},
+      {[](F& f) { f.txtEndRow.UserType(u"-1"); }, u"End row should be greater than zero", u"SMS",
+       "txtEndRow"},
+      {[](F& f) { f.txtEndRow.UserType(u"9"); }, u"End row should be greater than Start row", u"SMS",
+       "txtEndRow"},
+      {[](F& f) { f.txtEndRow.UserType(u"11"); }, u"Please enter Email Subject", u"SMS + Email",
+       "txtEmailSubject"},
+      {[](F& f) { f.txtEmailSubject.UserType(u"Hi"); }, u"Please Select Email Address Column", u"SMS + Email",
        "Combo_EmailColumn"},
-      {[](F& form) { form.Combo_EmailColumn.UserSelect(1); }, u"Please enter message", u"SMS", "txtMsg_RTB"},
-      {[](F& form) { EXPECT_EQ(form.txtMsg_RTB.text(), u""); }, u"Please enter message", u"SMS",
-       "txtMsg_RTB"},
-      {Type(&F::txtMsg_RTB, u"Hello"), u"Scheduler Title Should Have Minimum 6 Characters.",
+      {[](F& f) { f.Combo_EmailColumn.UserSelect(1); }, u"Please enter message", u"SMS", "txtMsg_RTB"},
+      {[](F& f) { EXPECT_EQ(f.txtMsg_RTB.text(), u""); }, u"Please enter message", u"SMS", "txtMsg_RTB"},
+      {[](F& f) { f.txtMsg_RTB.UserType(u"Hello"); }, u"Scheduler Title Should Have Minimum 6 Characters.",
        u"S M S Scheduler", "txt_SchedulerName"},
-      {Type(&F::txt_SchedulerName, u"four"),
+      {[](F& f) { f.txt_SchedulerName.UserType(u"four"); },
        u"Please Select Date & Time Greater Than '01 March 2024 12:00 PM'", u"SMS", "cmdSend"},
   };
   WithSendForm([&](frmSendSMS& form) {
@@ -139,21 +137,21 @@ TEST_F(SendCommandTest, AMomentThatIsNoneOrHasPassedPutsTheYearAndMonthBack) {
   struct Row {
     TextView month, day, year, time;
   };
-  for (const auto& [month, day, year, time] :
+  for (const Row& row :
        {Row{u"3", u"1", u"2024", u"12:00 PM"}, Row{u"12", u"31", u"2023", u"11:00 PM"},
         Row{u"2", u"30", u"2025", u"1:00 PM"}, Row{u"4", u"1", u"2024", u"soon"}, Row{u"", u"", u"", u""}}) {
     ExpectNotSent(u"Hi", [&](frmSendSMS& form) {
       ChooseSchedule(form);
-      form.combo_year.UserType(year);
-      form.combo_month.UserType(month);
-      form.combo_dd.UserType(day);
-      form.combo_Times.UserType(time);
+      form.combo_year.UserType(row.year);
+      form.combo_month.UserType(row.month);
+      form.combo_dd.UserType(row.day);
+      form.combo_Times.UserType(row.time);
       form.cmdSend.UserPress();
       EXPECT_EQ(form.combo_year.text(), u"2024");
       EXPECT_EQ(form.combo_month.text(), u"3");
       form.combo_year.UserType(u"2023");  // for the press that follows
     });
-    EXPECT_EQ(NewAlerts().size(), 2U) << ToUtf8(time);
+    EXPECT_EQ(NewAlerts().size(), 2U) << ToUtf8(row.time);
   }
   clock_.SetNow({.year = 2010, .month = 12, .day = 31});
   ExpectNotSent(u"Hi", ChooseSchedule);
@@ -209,12 +207,13 @@ TEST_F(SendCommandTest, TheTextDecidesBetweenTheSends) {
     std::string_view version;
   };
   Fill({{9000000001.0}});
-  for (const auto& [message, language, version] :
+  for (const Row& row :
        {Row{u"plain \u00E9\u00FF", false, "ver=1.0"}, Row{u"plain", true, "ver=1.2"},
         Row{u"\u0627", false, "ver=1.2"}, Row{u"a\u20AC", false, "ver=1.2"}, Row{u"\u8BDD", false, "ver=1.0"},
         Row{u"\u8BDD\u0100", false, "ver=1.2"}, Row{u"\U0001F600", false, "ver=1.0"}}) {
-    const auto request = Send(message, [&](frmSendSMS& form) { form.ChkBox_LanguageSMS.UserSet(language); });
-    EXPECT_THAT(request.body, HasSubstr(version)) << ToUtf8(message);
+    const auto request =
+        Send(row.message, [&](frmSendSMS& form) { form.ChkBox_LanguageSMS.UserSet(row.language); });
+    EXPECT_THAT(request.body, HasSubstr(row.version)) << ToUtf8(row.message);
   }
   WithSendForm([&](frmSendSMS& form) {
     form.txtMsg_RTB.UserType(u"\u0627");

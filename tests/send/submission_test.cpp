@@ -2,14 +2,12 @@
 
 #include <algorithm>
 
-#include "preview/frmPreviewSMS.h"
 #include "send_fixture.h"
 
 namespace quorvel {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 class SubmissionTest : public SendTest {};
@@ -45,7 +43,7 @@ TEST_F(SubmissionTest, EveryOptionHasItsPlaceInTheBody) {
        },
        "&IsConcatSMS=0&TOS=31&WAP_URL=+http%3A%2F%2Fx%2F%3Fa%3D1%26b+"},
       {kEmail,
-       "&IsConcatSMS=0&sendEmail=1&EmailSubject=+A+%26+%DC+&EmailAdresses=a%40x%2C&FromEmailID=&FromEmailPwd="},
+       "&IsConcatSMS=0&sendEmail=1&EmailSubject=+A+%26+%DC+&EmailAdresses=%2Ca%40x&FromEmailID=&FromEmailPwd="},
       {[kEmail](frmSendSMS& form) {
          kEmail(form);
          form.Chk_FastProcessing.UserSet(true);
@@ -53,9 +51,9 @@ TEST_F(SubmissionTest, EveryOptionHasItsPlaceInTheBody) {
          form.txt_FromEmailPwd.UserType(u" s & t ");
          form.chkFlash.UserSet(true);
        },
-       "&IsConcatSMS=0&TOS=46&sendEmail=1&EmailSubject=+A+%26+%DC+&EmailAdresses=a%40x%2C&FromEmailID=me%40x"
+       "&IsConcatSMS=0&TOS=46&sendEmail=1&EmailSubject=+A+%26+%DC+&EmailAdresses=%2Ca%40x&FromEmailID=me%40x"
        "&FromEmailPwd=+s+%26+t+"}};
-  Fill({{Text(u"1"), Text(u"a@x")}, {Text(u"2"), {}}});
+  Fill({{Text(u"1"), {}}, {Text(u"2"), Text(u"a@x")}});
   pulled_ = "|SenderIDs_Data|ALERT|sid|";
   for (const auto& [options, tail] : rows) {
     const std::string body = Send(u"Hi", options).body;

@@ -154,26 +154,25 @@ TEST_F(TemplatesTest, ASavedTemplateIsThereWhateverTheGatewayAnswers) {
     TextView text, name;
     std::string_view body, answer;
   };
-  for (const auto& [text, name, body, answer] :
-       {Row{u" Hi & #B# ", u"My name", "SaveMsg=+Hi+%26+%23B%23+&MsgName=My+name", "Saved!"},
-        Row{u"\u0416", u"Ab", "SaveMsg=0416&isUnicode=1&MsgName=00410062", "<ERROR>"},
-        Row{u"Hi", u"\u0416", "SaveMsg=Hi&MsgName=%3F", ""}}) {
+  for (const Row& row : {Row{u" Hi & #B# ", u"My name", "SaveMsg=+Hi+%26+%23B%23+&MsgName=My+name", "Saved!"},
+                         Row{u"\u0416", u"Ab", "SaveMsg=0416&isUnicode=1&MsgName=00410062", "<ERROR>"},
+                         Row{u"Hi", u"\u0416", "SaveMsg=Hi&MsgName=%3F", ""}}) {
     WithSendForm(
         [&](frmSendSMS& form) {
           form.chkBox_SaveMsg.UserSet(true);
-          form.txtMsg_RTB.UserType(text);
-          form.txt_MsgName.UserType(name);
-          internet_.Answer(answer);
+          form.txtMsg_RTB.UserType(row.text);
+          form.txt_MsgName.UserType(row.name);
+          internet_.Answer(row.answer);
           form.SaveMsgText.UserPress();
-          EXPECT_EQ(LastBody(), std::string(body) + "&user=joe@x&passwd=p%40w&ver=1.0");
+          EXPECT_EQ(LastBody(), std::string(row.body) + "&user=joe@x&passwd=p%40w&ver=1.0");
           EXPECT_FALSE(form.txt_MsgName.visible() || form.SaveMsgText.visible());
           form.txtMsg_RTB.UserType(u"other");
           form.combo_display_MsgNames.UserSelect(3);
-          EXPECT_EQ(form.combo_display_MsgNames.text(), name);
-          EXPECT_EQ(form.txtMsg_RTB.text(), text);
+          EXPECT_EQ(form.combo_display_MsgNames.text(), row.name);
+          EXPECT_EQ(form.txtMsg_RTB.text(), row.text);
         },
         kThree);
-    EXPECT_THAT(NewAlerts(), ElementsAre(Alert{FromUtf8(answer), kInformation, u"SMS"}));
+    EXPECT_THAT(NewAlerts(), ElementsAre(Alert{FromUtf8(row.answer), kInformation, u"SMS"}));
   }
 }
 

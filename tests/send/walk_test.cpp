@@ -59,6 +59,8 @@ TEST_F(WalkTest, AMessageThatIsEmptyOnceMergedStopsTheSend) {
 
 TEST_F(WalkTest, ThePreviewShowsWhatWillBeSentAndDecides) {
   Fill({{Text(u"9-1.1"), Text(u"Ann")}, {{}, Text(u"none")}, {Text(u"2 2"), Text(u"Bob")}});
+  sheet().Set({u"C", 1}, Text(u"stored before the send stops"));
+  ExpectNotSent(u"#C#", ChoosePreview);
   std::vector<Text> shown;
   bool approve = false;
   forms_.On<frmPreviewSMS>([&](frmPreviewSMS& preview) {
@@ -163,9 +165,8 @@ TEST_F(RowScheduleTest, EveryRowThatIsSentHasItsMinutes) {
 }
 
 TEST_F(RowScheduleTest, ExpiredDatesAreAskedForOnceAndSentAtOnce) {
-  Fill(
-      {{Text(u"1"), Date{45352.5}}, {Text(u"2"), Date{45352.25}}, {Text(u"3"), Date{45353}}});  // now, before
-  const User choose = ByColumn();
+  Fill({{Text(u"1"), Date{45352.5}}, {Text(u"2"), Date{45352.25}}, {Text(u"3"), Date{45353}}});
+  const User choose = ByColumn();  // now is noon of the first day
   forms_.AnswerNext(Answer::kYes);
   EXPECT_THAT(Send(u"Hi", choose).body, HasSubstr("&ScheduledAfterMinutes=0,0,720&"));
   EXPECT_EQ(forms_.questions().size(), 2U);
@@ -175,6 +176,7 @@ TEST_F(RowScheduleTest, ExpiredDatesAreAskedForOnceAndSentAtOnce) {
       u"instantly.\r\n Do You Wish To Continue?");
   NewAlerts();
 
+  sheet().Set({u"B", 2}, Date{45353});
   const User again = ByColumn();
   forms_.AnswerNext(Answer::kNo);
   ExpectNotSent(u"Hi", again);
