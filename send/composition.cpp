@@ -55,6 +55,7 @@ Composer::Stop Composer::Walk(const std::vector<std::int32_t>& rows) {
   if (const Stop stop = AddGroups()) return stop;
   std::string& cell_data = composition_.cell_data;
   if (!cell_data.empty()) cell_data.pop_back();
+  composition_.numbers.ForgetIndexes();
   return std::nullopt;
 }
 

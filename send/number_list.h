@@ -19,6 +19,9 @@ class NumberList {
   // asked for.
   [[nodiscard]] bool Contains(TextView number);
 
+  // Frees what Contains has built; it builds it anew when it is asked again.
+  void ForgetIndexes() { indexes_.clear(); }
+
   [[nodiscard]] bool empty() const { return count_ == 0; }
   [[nodiscard]] const Text& joined() const { return joined_; }
   // Parts between commas; more than were added when a number itself holds a comma.
