@@ -151,7 +151,7 @@ std::vector<Text> Split(TextView text, TextView delimiter) {
 Text Replace(TextView text, TextView find, TextView replacement) {
   if (find.empty()) return Text(text);
   Text result;
-  result.reserve(text.size());
+  result.reserve(text.size() + replacement.size());
   std::size_t begin = 0;
   for (std::size_t end = 0; (end = text.find(find, begin)) != TextView::npos; begin = end + find.size()) {
     result.append(text, begin, end - begin).append(replacement);

@@ -77,12 +77,10 @@ Composer::Stop Composer::WalkRow(std::int32_t row) {
 }
 
 Text Composer::MobileNumber(std::int32_t row) {
-  const Text value = ToText(sheet_.Value({choices_.number_column, row}));
-  Text number;
+  Text number = ToText(sheet_.Value({choices_.number_column, row}));
   const CountryCode& country = choices_.country_code;
-  if (country.wanted && country.national_length > 0 && value.size() == country.national_length)
-    number = country.code;
-  number += value;
+  if (country.wanted && country.national_length > 0 && number.size() == country.national_length)
+    number.insert(0, country.code);
   std::erase_if(number, IsSeparator);
   if (rules_.numeric_numbers && !IsNumeric(TextView(number))) return {};
   return number;

@@ -8,6 +8,7 @@ namespace quorvel {
 
 namespace {
 
+constexpr TextView kHexDigits = u"0123456789ABCDEF";
 constexpr std::size_t kDigits = 4;
 
 // Positions in a text are 16-bit numbers here. Throws Overflow for a longer text.
@@ -15,9 +16,8 @@ void CheckLength(TextView text) {
   static_cast<void>(ToInteger(static_cast<double>(text.size())));
 }
 
-Text HexDigits(char16_t unit) {
-  const Text padded = u"0000" + Hex(static_cast<std::int16_t>(unit));
-  return padded.substr(padded.size() - kDigits);
+void AppendHex(Text& hex, char16_t unit) {
+  for (int shift = 12; shift >= 0; shift -= 4) hex.push_back(kHexDigits[(unit >> shift) & 0xF]);
 }
 
 }  // namespace
@@ -40,7 +40,7 @@ Text conStringToHex(TextView text) {
     if (Trim(text).empty()) text = u" ";
     Text hex;
     hex.reserve(text.size() * kDigits);
-    for (const char16_t unit : text) hex += HexDigits(unit);
+    for (const char16_t unit : text) AppendHex(hex, unit);
     return hex;
   } catch (const RuntimeError& error) {
     return u"Error In StringToHex Function : " + error.description();

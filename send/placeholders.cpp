@@ -1,7 +1,6 @@
 #include "send/placeholders.h"
 
 #include <array>
-#include <utility>
 
 #include "send/hex_text.h"
 
@@ -53,13 +52,14 @@ Text Personalise(TextView message, const std::vector<CellText>& cells) {
 
 Text RowCellData(const std::vector<CellText>& cells, bool hex) {
   Text row;
+  Text value;
   for (const CellText& cell : cells) {
     if (!row.empty()) row.push_back(kSegmentMark);
     row.push_back(cell.column);
     row.push_back(kColumnMark);
-    Text value = cell.text;
+    value = cell.text;
     std::erase_if(value, [](char16_t unit) { return unit == kColumnMark || unit == kDelete; });
-    row += hex ? conStringToHex(value) : std::move(value);
+    row += hex ? conStringToHex(value) : value;
   }
   return row;
 }
