@@ -35,16 +35,6 @@ constexpr bool IsIn(int value, int first, int last) {
   return value >= first && value <= last;
 }
 
-// Whole seconds since day 0. The fraction of a serial is the time of day below 0 too: -1.25 is 06:00 of day
-// -1.
-std::int64_t Seconds(Date date) {
-  const double day = std::trunc(date.serial);
-  const bool is_valid = day >= static_cast<double>(kFirstDay) && day <= static_cast<double>(kLastDay);
-  if (!is_valid) throw InvalidCall();  // NaN included
-  const double time = std::abs(date.serial - day) * static_cast<double>(kSecondsPerDay);
-  return static_cast<std::int64_t>(day) * kSecondsPerDay + static_cast<std::int64_t>(std::round(time));
-}
-
 struct Quotient {
   std::int64_t whole;
   std::int64_t rest;
@@ -66,7 +56,7 @@ Date FromSeconds(std::int64_t seconds) {
 }  // namespace
 
 DateParts Parts(Date date) {
-  const auto [day, seconds] = Divide(Seconds(date), kSecondsPerDay);
+  const auto [day, seconds] = Divide(WholeSeconds(date), kSecondsPerDay);
   const year_month_day calendar(kDayZero + std::chrono::days(day));
   const auto time = static_cast<int>(seconds);
   return {static_cast<int>(calendar.year()),
@@ -92,16 +82,25 @@ int DaysInMonth(int year, int month) {
   return static_cast<int>(static_cast<unsigned>(last.day()));
 }
 
+// The fraction of a serial is the time of day below 0 too: -1.25 is 06:00 of day -1.
+std::int64_t WholeSeconds(Date date) {
+  const double day = std::trunc(date.serial);
+  const bool is_valid = day >= static_cast<double>(kFirstDay) && day <= static_cast<double>(kLastDay);
+  if (!is_valid) throw InvalidCall();  // NaN included
+  const double time = std::abs(date.serial - day) * static_cast<double>(kSecondsPerDay);
+  return static_cast<std::int64_t>(day) * kSecondsPerDay + static_cast<std::int64_t>(std::round(time));
+}
+
 std::int32_t MinutesBetween(Date from, Date to) {
   const std::int64_t minutes =
-      Divide(Seconds(to), kSecondsPerMinute).whole - Divide(Seconds(from), kSecondsPerMinute).whole;
+      Divide(WholeSeconds(to), kSecondsPerMinute).whole - Divide(WholeSeconds(from), kSecondsPerMinute).whole;
   using Limits = std::numeric_limits<std::int32_t>;
   if (minutes < Limits::min() || minutes > Limits::max()) throw Overflow();
   return static_cast<std::int32_t>(minutes);
 }
 
 Date AddMinutes(Date date, std::int32_t minutes) {
-  const std::int64_t seconds = Seconds(date) + minutes * kSecondsPerMinute;
+  const std::int64_t seconds = WholeSeconds(date) + minutes * kSecondsPerMinute;
   const std::int64_t day = Divide(seconds, kSecondsPerDay).whole;
   if (day < kFirstDay || day > kLastDay) throw InvalidCall();
   return FromSeconds(seconds);

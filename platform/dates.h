@@ -38,6 +38,10 @@ struct DateParts {
 // that a text leaves out.
 [[nodiscard]] std::optional<Date> ParseDate(TextView text, Date today);
 
+// Seconds since 1899-12-30, rounded to whole ones; the time of day counts onwards from midnight before it
+// too.
+[[nodiscard]] std::int64_t WholeSeconds(Date date);
+
 // Whole-minute boundaries between the two, seconds dropped on both sides; negative when `to` is earlier (the
 // runtime's DateDiff "n"). Throws Overflow when they are too many.
 [[nodiscard]] std::int32_t MinutesBetween(Date from, Date to);

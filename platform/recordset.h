@@ -14,8 +14,8 @@ enum class FieldType { kInteger = 3, kTimestamp = 135, kVarChar = 200 };
 // A disconnected recordset of the data-access library (ADO): fields are appended while it is closed, records
 // are added once it is open, a filter hides records, and the cursor walks those that are left. Failures are
 // RuntimeErrors with the library's numbers and texts: 3001 a filter it does not understand, 3265 an unknown
-// field, 3421 or -2147217887 a value that does not fit its field, 3021 no current record, 3704 and 3705
-// closed and open.
+// field, 3421 or -2147217887 a value that does not fit its field, 3021 no current record, 3367 a field
+// of that name twice, 3704 and 3705 closed and open.
 class Recordset {
  public:
   virtual ~Recordset() = default;

@@ -1,26 +1,28 @@
 #!/usr/bin/env bash
-# Installs what is missing, checks the format, builds, and runs the test suites, then the same under the sanitizers.
-# With --hosts also the tests that run the real spreadsheet application and the Windows add-in, which want a quiet machine.
+# Installs what is missing, checks the format, builds, and runs every test: the suites, the Calc extension in the real application,
+# the Excel add-in under Wine, and the suites again under the sanitizers.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-hosts=no
-[ "${1:-}" != --hosts ] || hosts=yes
 scripts/setup.sh
 
-echo "== format"
+stage() {
+  echo "== $1 (at $((SECONDS / 60)) min $((SECONDS % 60)) s)"
+}
+
+stage format
 git ls-files -z -- '*.cpp' '*.h' | xargs -0 clang-format --dry-run -Werror
 
-echo "== release"
+stage release
 scripts/build.sh release
 ctest --preset release --output-on-failure
 
-echo "== sanitizers"
+stage Calc
+scripts/calc_test.sh
+
+stage Excel
+scripts/windows.sh
+
+stage sanitizers
 scripts/build.sh asan
 ctest --preset asan --output-on-failure
-
-if [ "$hosts" = yes ]; then
-  echo "== Calc"
-  scripts/calc_test.sh
-  echo "== Excel"
-  scripts/windows.sh
-fi
+stage end

@@ -118,17 +118,17 @@ class frmSendSMS : public Form {
   Frame Frame_Templates{*this, "Frame_Templates", kPanel, u"Templates"};
   Label lblMsgNames{Frame_Templates, "lblMsgNames", {238, 64, 60, 10}, u"Template"};
   ComboBox combo_display_MsgNames{Frame_Templates, "combo_display_MsgNames", {302, 60, 134, 16}};
-  Button btn_getTemplates{Frame_Templates, "btn_getTemplates", {238, 80, 96, 16}, u"Get templates"};
-  Button cmd_GetSenderIDs{Frame_Templates, "cmd_GetSenderIDs", {340, 80, 96, 16}, u"Get sender IDs"};
-  Button btn_DeleteMsg{Frame_Templates, "btn_DeleteMsg", {238, 80, 96, 16}, u"Delete template"};
-  CheckBox chkBox_SaveMsg{
-      Frame_Templates, "chkBox_SaveMsg", {238, 102, 198, 12}, u"Save this message as a template"};
-  TextBox txt_MsgName{Frame_Templates, "txt_MsgName", {238, 118, 134, 16}};
-  Button SaveMsgText{Frame_Templates, "SaveMsgText", {378, 118, 58, 16}, u"Save"};
   TextBox txtMsg_TemplateBox{
-      Frame_Templates, "txtMsg_TemplateBox", {238, 140, 198, 76}, TextBox::Style::kMultiLine};
+      Frame_Templates, "txtMsg_TemplateBox", {238, 82, 198, 70}, TextBox::Style::kMultiLine};
   Button btn_addTemplateToMsgBox{
-      Frame_Templates, "btn_addTemplateToMsgBox", {238, 222, 110, 16}, u"Put into the message"};
+      Frame_Templates, "btn_addTemplateToMsgBox", {238, 158, 96, 16}, u"Put into the message"};
+  Button btn_DeleteMsg{Frame_Templates, "btn_DeleteMsg", {340, 158, 96, 16}, u"Delete template"};
+  CheckBox chkBox_SaveMsg{
+      Frame_Templates, "chkBox_SaveMsg", {238, 182, 198, 12}, u"Save this message as a template"};
+  TextBox txt_MsgName{Frame_Templates, "txt_MsgName", {238, 198, 134, 16}};
+  Button SaveMsgText{Frame_Templates, "SaveMsgText", {378, 198, 58, 16}, u"Save"};
+  Button btn_getTemplates{Frame_Templates, "btn_getTemplates", {238, 224, 96, 16}, u"Get templates"};
+  Button cmd_GetSenderIDs{Frame_Templates, "cmd_GetSenderIDs", {340, 224, 96, 16}, u"Get sender IDs"};
 
   Frame Frame_Account{*this, "Frame_Account", kPanel, u"Account"};
   Button cmdBalance{Frame_Account, "cmdBalance", {238, 62, 110, 18}, u"Credit balance"};

@@ -4,7 +4,7 @@
 
 namespace quorvel {
 
-// The add-in's own message box, for messages with one button.
+// The add-in's own message box, for messages with one button; as high as its message.
 class AlertBox : public Form {
  public:
   AlertBox(TextView message, int style, TextView title);
@@ -12,8 +12,8 @@ class AlertBox : public Form {
   Image imgAlertType16{*this, "imgAlertType16", kImageBounds, Image::Icon::kCritical};
   Image imgAlertType48{*this, "imgAlertType48", kImageBounds, Image::Icon::kWarning};
   Image imgAlertType64{*this, "imgAlertType64", kImageBounds, Image::Icon::kInformation};
-  TextBox Text1{*this, "Text1", {38, 8, 226, 64}, TextBox::Style::kMultiLine};
-  Button btnOk{*this, "btnOk", {107, 80, 56, 16}, u"OK", Button::Role::kDefault};
+  TextBox Text1{*this, "Text1", {}, TextBox::Style::kMultiLine};
+  Button btnOk{*this, "btnOk", {}, u"OK", Button::Role::kDefault};
 
   [[nodiscard]] int style() const { return style_; }
 

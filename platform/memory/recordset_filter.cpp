@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <compare>
 #include <optional>
 #include <string>
@@ -201,12 +200,6 @@ Test IntegerTest(unsigned accepts, const Value& value) {
   } catch (const RuntimeError&) {
     throw WrongType();
   }
-}
-
-// The time of day counts onwards from midnight before 1899-12-30 too.
-std::int64_t WholeSeconds(Date date) {
-  const double day = std::trunc(date.serial);
-  return std::llround((day + std::abs(date.serial - day)) * 86400);
 }
 
 Test TimestampTest(unsigned accepts, const Value& value, Date today) {

@@ -87,7 +87,7 @@ class FilterTest : public testing::Test {
       {u"Basil", 10.0, Date{kDecember28.serial + kTenOClock}},
       {u"bASKET", -5.0, kJanuary5},
       {u"O'Hara", 2147483647.0, kDecember28},
-      {u"'1'", 5.0, Date{kJanuary5.serial + 0.5 / 86400}},
+      {u"'1'", 5.0, Date{kJanuary5.serial + 0.6 / 86400}},
       {u"50%_x", {}, {}},
       {{}, 7.0, u"1/22"},
   });
@@ -144,7 +144,7 @@ TEST_F(FilterTest, ComparesTimestampsToTheSecond) {
                        {u"[Due Date]>#12/28/2009#", "1 2 4 6"},
                        {u"[Due Date] = '2009-12-28'", "3"},
                        {u"[due date] = #12/28/2009 10:00 AM#", "1"},
-                       {u"[Due Date] = #1/5/2010#", "2"},          // the fourth is half a second later
+                       {u"[Due Date] = #1/5/2010#", "2"},          // the fourth is 0.6 seconds later
                        {u"[Due Date] > #1/5/2010#", "4 6"},        // and rounds to the next one
                        {u"[Due Date] = '1/22'", "6"},              // this year
                        {u"[Due Date] < '5/1/2010'", "1 2 3 4 6"},  // month first
