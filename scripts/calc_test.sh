@@ -43,5 +43,5 @@ script=${QUORVEL_CALC_SCRIPT:-calc_test.py}
 cd "$home/work"
 # shellcheck disable=SC2086  # several words, or none
 $as_user env -i PATH="$PATH" HOME="$home" TMPDIR="$home" QUORVEL_TEST_FILES="$home/files" \
-  QUORVEL_OUTPUT="${QUORVEL_OUTPUT:-}" QUORVEL_LOOK="${QUORVEL_LOOK:-gen}" timeout -k 10 "${QUORVEL_CALC_LIMIT:-280}" \
+  QUORVEL_OUTPUT="${QUORVEL_OUTPUT:-}" QUORVEL_LOOK="${QUORVEL_LOOK:-gen}" timeout -k 10 "${QUORVEL_CALC_LIMIT:-900}" \
   /usr/bin/python3 on_display.py "$script" "$@"

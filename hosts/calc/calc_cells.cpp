@@ -86,6 +86,10 @@ CellValue CellReader::Number(double number, NumberKind::Shape shape) const {
   }
 }
 
+Text CellReader::Shown(double number, sal_Int32 format_key) const {
+  return FromUno(formatter_->convertNumberToString(format_key, number));
+}
+
 NumberKind CellReader::KindOf(sal_Int32 format_key) {
   const auto known = kinds_.find(format_key);
   if (known != kinds_.end()) return known->second;

@@ -29,6 +29,8 @@ class CellReader {
   [[nodiscard]] CellValue Value(const css::uno::Reference<css::table::XCell>& cell);
   // A plain number of a cell with that kind of format.
   [[nodiscard]] CellValue Number(double number, NumberKind::Shape shape) const;
+  // What a cell of that format shows of a number.
+  [[nodiscard]] Text Shown(double number, sal_Int32 format_key) const;
   [[nodiscard]] NumberKind KindOf(sal_Int32 format_key);
 
  private:

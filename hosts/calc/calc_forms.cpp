@@ -21,7 +21,7 @@ namespace {
 using css::uno::Reference;
 using css::uno::UNO_QUERY_THROW;
 
-constexpr std::int64_t kEventsInterval = 50;  // milliseconds
+constexpr std::int64_t kEventsInterval = 100;  // milliseconds; a repaint may cost five of them
 constexpr int kButtonMask = 15;
 constexpr int kIconMask = 0x70;
 

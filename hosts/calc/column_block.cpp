@@ -2,6 +2,7 @@
 
 #include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
+#include <com/sun/star/sheet/XCellFormatRangesSupplier.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
 
@@ -20,6 +21,13 @@ bool OfOneFormat(const Reference<css::table::XCellRange>& range) {
   return states->getPropertyState("NumberFormat") != css::beans::PropertyState_AMBIGUOUS_VALUE;
 }
 
+// Number formats of one key may still be of several languages; cells that are formatted alike in everything
+// are not.
+bool FormattedAlike(const Reference<css::table::XCellRange>& range) {
+  const Reference<css::sheet::XCellFormatRangesSupplier> formats(range, UNO_QUERY_THROW);
+  return formats->getCellFormatRanges()->getCount() == 1;
+}
+
 }  // namespace
 
 ColumnBlock::ColumnBlock(const Reference<css::sheet::XSpreadsheet>& sheet, CellReader& reader,
@@ -29,12 +37,12 @@ ColumnBlock::ColumnBlock(const Reference<css::sheet::XSpreadsheet>& sheet, CellR
       sheet->getCellRangeByPosition(column, first_row, column, first_row + rows - 1);
   cells_ = Reference<css::sheet::XCellRangeData>(range, UNO_QUERY_THROW)->getDataArray();
   if (OfOneFormat(range)) {
-    sal_Int32 format_key = 0;
-    GetProperty(range, "NumberFormat") >>= format_key;
-    kind_ = reader.KindOf(format_key);
+    GetProperty(range, "NumberFormat") >>= format_key_;
+    kind_ = reader.KindOf(format_key_);
   }
   const Reference<css::sheet::XCellRangesQuery> query(range, UNO_QUERY_THROW);
   formulas_ = query->queryContentCells(css::sheet::CellFlags::FORMULA)->getCount() > 0;
+  plain_numbers_ = kind_ && !formulas_ && FormattedAlike(range);
 }
 
 const css::uno::Any& ColumnBlock::Cell(std::int32_t row) const {
@@ -56,6 +64,8 @@ std::optional<CellValue> ColumnBlock::Value(std::int32_t row) const {
 
 std::optional<Text> ColumnBlock::CellText(std::int32_t row) const {
   const css::uno::Any& cell = Cell(row);
+  double number = 0;
+  if (plain_numbers_ && (cell >>= number)) return reader_->Shown(number, format_key_);
   rtl::OUString text;
   if (!kind_ || !kind_->plain_text || !(cell >>= text)) return std::nullopt;
   return FromUno(text);

@@ -34,7 +34,9 @@ class ColumnBlock {
   std::int32_t first_row_;
   css::uno::Sequence<css::uno::Sequence<css::uno::Any>> cells_;
   std::optional<NumberKind> kind_;  // of all the cells alike
+  sal_Int32 format_key_ = 0;        // with kind_
   bool formulas_ = false;           // some cells have one
+  bool plain_numbers_ = false;      // a number shows what format_key_ makes of it
 };
 
 }  // namespace quorvel

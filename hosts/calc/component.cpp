@@ -62,7 +62,7 @@ class EndListener : public cppu::WeakImplHelper1<css::frame::XTerminateListener>
 // Equips every spreadsheet window that opens, and every view that a window changes to.
 class ViewListener : public cppu::WeakImplHelper1<css::document::XDocumentEventListener> {
  public:
-  explicit ViewListener(Context context) : context_(std::move(context)) {}
+  explicit ViewListener(const Context& context) : context_(context) {}
 
   void SAL_CALL documentEventOccured(const css::document::DocumentEvent& event) override {
     if (event.EventName != "OnViewCreated" || !event.ViewController.is()) return;
@@ -83,7 +83,7 @@ class StartJob : public cppu::WeakImplHelper2<css::task::XJob, css::lang::XServi
  public:
   static constexpr const char* kName = "quorvel.calc.StartJob";
 
-  explicit StartJob(Context context) : context_(std::move(context)) {}
+  explicit StartJob(const Context& context) : context_(context) {}
 
   Any SAL_CALL execute(const Sequence<css::beans::NamedValue>& /*arguments*/) override {
     AtEntry("start", [this] {

@@ -18,7 +18,6 @@ constexpr int kOneLine = 12;  // dialog units: what is higher has room for a sec
 constexpr sal_Int16 kCancelButton = 2;
 constexpr sal_Int16 kScaleNone = 0;
 constexpr sal_Int16 kNoBorder = 0;
-constexpr sal_Int16 kFlatBorder = 2;
 
 Sequence<OUString> Items(const ComboBox& combo) {
   Sequence<OUString> items(combo.list_count());
@@ -50,8 +49,7 @@ void WriteValue(const Control& control, const ControlModel& model) {
   }
 }
 
-void WriteBounds(const Control& control, const ControlModel& model) {
-  const Bounds& bounds = control.bounds();
+void WriteBounds(const Bounds& bounds, const ControlModel& model) {
   SetProperty(model, "PositionX", sal_Int32{bounds.x});
   SetProperty(model, "PositionY", sal_Int32{bounds.y});
   SetProperty(model, "Width", sal_Int32{bounds.width});
@@ -63,7 +61,7 @@ void FillTextBox(const TextBox& box, const ControlModel& model) {
   if (lines) {
     SetProperty(model, "MultiLine", true);
     SetProperty(model, "AutoVScroll", true);
-    SetProperty(model, "Border", box.read_only() ? kNoBorder : kFlatBorder);
+    SetProperty(model, "Border", kNoBorder);
   }
   if (box.style() == TextBox::Style::kPassword) SetProperty(model, "EchoChar", kPasswordMark);
   SetProperty(model, "ReadOnly", box.read_only());
@@ -174,7 +172,7 @@ OUString ModelService(const Control& control) {
 }
 
 void FillModel(const Control& control, int tab_index, const ControlModel& model) {
-  WriteBounds(control, model);
+  WriteBounds(control.bounds(), model);
   SetProperty(model, "TabIndex", static_cast<sal_Int16>(tab_index));
   FillKind(control, model);
   for (const Property property : {Property::kCaption, Property::kVisible, Property::kEnabled}) {
@@ -193,7 +191,7 @@ void UpdateModel(const Control& control, Property property, const ControlModel& 
       return SetProperty(model, "Enabled",
                          control.enabled() && (control.frame() == nullptr || control.frame()->enabled()));
     case Property::kBounds:
-      return WriteBounds(control, model);
+      return WriteBounds(control.bounds(), model);
     case Property::kText:
       if (control.kind() == ControlKind::kTextBox) {
         SetProperty(model, "Text", ToUno(ShownText(static_cast<const TextBox&>(control).text())));

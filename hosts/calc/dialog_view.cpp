@@ -1,6 +1,7 @@
 #include "hosts/calc/dialog_view.h"
 
 #include <algorithm>
+#include <com/sun/star/awt/PosSize.hpp>
 #include <com/sun/star/awt/Selection.hpp>
 #include <com/sun/star/awt/XControlModel.hpp>
 #include <com/sun/star/awt/XStyleSettings.hpp>
@@ -57,6 +58,17 @@ bool IsReadOnlyBox(const Control& control) {
 // A text to be read, not a field.
 bool IsNotice(const Control& control) {
   return IsReadOnlyBox(control) && static_cast<const TextBox&>(control).style() == TextBox::Style::kMultiLine;
+}
+
+// Of boxes of several lines, some toolkits draw no border.
+bool NeedsBorder(const Control& control) {
+  if (control.kind() != ControlKind::kTextBox || IsNotice(control)) return false;
+  const TextBox::Style style = static_cast<const TextBox&>(control).style();
+  return style == TextBox::Style::kMultiLine || style == TextBox::Style::kRichText;
+}
+
+rtl::OUString BorderName(const Control& control) {
+  return ToUno(control.name()) + "_border";
 }
 
 bool TakesFocus(const Control& control) {
@@ -126,6 +138,12 @@ void DialogView::AddControls() {
     const ControlModel model(factory->createInstance(service), UNO_QUERY_THROW);
     FillModel(*control, tab_index++, model);
     container->insertByName(ToUno(control->name()), css::uno::Any(model));
+    if (!NeedsBorder(*control)) continue;
+    const ControlModel border(factory->createInstance("com.sun.star.awt.UnoControlGroupBoxModel"),
+                              UNO_QUERY_THROW);
+    SetProperty(border, "TabIndex", static_cast<sal_Int16>(tab_index++));
+    SetProperty(border, "EnableVisible", control->shown());
+    container->insertByName(BorderName(*control), css::uno::Any(border));
   }
 }
 
@@ -135,8 +153,17 @@ void DialogView::Attach(Control& control) {
   const Reference<css::awt::XControl> shown = container->getControl(ToUno(control.name()));
   if (!shown.is()) return;
   controls_[&control] = shown;
+  if (NeedsBorder(control)) PlaceBorder(control, container->getControl(BorderName(control)));
   if (IsNotice(control)) BlendIn(shown);
   ListenTo(shown, control, link_);
+}
+
+// One pixel around the box, which no dialog unit says exactly; a group's line is drawn one pixel inside its
+// right and lower edge.
+void DialogView::PlaceBorder(const Control& control, const Reference<css::awt::XControl>& border) {
+  const css::awt::Rectangle box = Window(Find(control))->getPosSize();
+  Window(border)->setPosSize(box.X - 1, box.Y - 1, box.Width + 3, box.Height + 3, css::awt::PosSize::POSSIZE);
+  borders_[&control] = border;
 }
 
 // The model's position counts from the owner's client area.
@@ -253,6 +280,9 @@ void DialogView::Write(const Control& control, Properties properties) {
   const ControlModel model(shown->getModel(), UNO_QUERY_THROW);
   for (const Property property : kWritten) {
     if ((properties & Bit(property)) != 0) UpdateModel(control, property, model);
+  }
+  if (const auto border = borders_.find(&control); border != borders_.end()) {
+    SetProperty(border->second->getModel(), "EnableVisible", control.shown());
   }
   if ((properties & Bit(Property::kSelectAll)) != 0) {
     const Reference<css::awt::XTextComponent> text(shown, UNO_QUERY_THROW);

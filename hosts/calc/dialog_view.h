@@ -65,6 +65,7 @@ class DialogView : public FormView, private UserActions {
   void Cancel();
   void AddControls();
   void Attach(Control& control);
+  void PlaceBorder(const Control& control, const css::uno::Reference<css::awt::XControl>& border);
   void Centre(const Peer& owner);
   void Write(const Control& control, Properties properties);
   void WriteFocus();
@@ -79,6 +80,7 @@ class DialogView : public FormView, private UserActions {
   css::uno::Reference<css::awt::XControl> dialog_;
   std::shared_ptr<UserActionsLink> link_;
   std::map<const Control*, css::uno::Reference<css::awt::XControl>> controls_;
+  std::map<const Control*, css::uno::Reference<css::awt::XControl>> borders_;  // of those that need one
   std::map<const Control*, Properties> changes_;
   std::map<const Control*, std::unique_ptr<MainThreadTimer>> timers_;
   const Control* focus_ = nullptr;  // to be moved there

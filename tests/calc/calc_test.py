@@ -3,19 +3,25 @@ order in which they stand: a user logs in once."""
 
 import glob
 import os
+import string
 import subprocess
 import sys
 import unittest
+import urllib.parse
 
-from office import FILES, LIMIT, Control, Office, click_in_window, limited, uno, wait, xdotool
+import uno
+
+from cells import CELLS, FORMATS, NUMBERS, columns_of_one_format, every_kind, fill_whole_sheet, save
+from office import FILES, FOCUSED, LIMIT, Office, click_away, limited, wait, xdotool
 from sandbox import Sandbox
 
-ACCOUNT = {"CRN": "1001", "User name": "demo", "Password": "demo"}
 MESSAGE = "Dear #A#, your bill of #C# is due on #D#."
 SEND, MENU = "vnd.quorvel:toolbar/SendSMS", "vnd.quorvel:menu/"
 CANCEL = (0.5, 0.8)  # where the progress window has its button
 TOOLBAR = "private:resource/toolbar/custom_quorvel_SMS"
 MENU_BAR = "private:resource/menubar/menubar"
+EVERY_COLUMN = " ".join(f"#{column}#" for column in string.ascii_uppercase)  # keeps a send busy for seconds
+HEBREW = "שלום #A#."
 
 
 def setUpModule():
@@ -42,36 +48,19 @@ def labels(settings):
     return ["|" if item["Type"] else item["Label"].replace("~", "") for item in items(settings)]
 
 
-def choose(dialog, name, item):
-    """An item of a drop-down list, by the keyboard."""
-    box = dialog.find("list", name)
-    box.click()
-    xdotool("key", "Escape")
-    xdotool("type", item)
-    wait(f"{item} in {name}", lambda: item in chosen(box))
-
-
-def chosen(box):
-    return [box.context.getAccessibleChild(0).getAccessibleContext().getText()]
-
-
-def type_message(form, text):
-    boxes = [c for c in form.contexts() if c.getAccessibleRole() == uno.getConstantByName(
-        "com.sun.star.accessibility.AccessibleRole.SCROLL_PANE")]
-    box = Control(next(c for c in boxes if c.getAccessibleName() == "Message"))
-    box.click()
-    xdotool("key", "ctrl+a")
-    # A character that no key has takes a key over, which the application has to learn of.
-    xdotool("type", "--delay", "1" if text.isascii() else "80", text)
-
-
 def send_form(document, column="B", message=MESSAGE, preview=False):
     office.run(document, SEND)
     form = office.dialog("Send SMS")
-    choose(form, "Mobile numbers in column", column)
-    type_message(form, message)
+    form.find("list", "Mobile numbers in column").choose(column)
+    form.find("lines", "Message").type(message)
     form.find("check", "Show a preview before sending").tick(preview)
     return form
+
+
+def execute(document, command):
+    """A command of the application itself."""
+    frame = document.getCurrentController().getFrame()
+    limited(office.service("com.sun.star.frame.DispatchHelper").executeDispatch, frame, command, "", 0, ())
 
 
 def close(form):
@@ -90,13 +79,6 @@ def send(document, answer="6 SMS Messages Sent"):
     form.press("Send SMS")
     office.alert(" S M S ", answer)
     close(form)
-
-
-def fill_whole_sheet(document):
-    sheet = document.Sheets.getByIndex(0)
-    sheet.getCellByPosition(0, 0).setString("Name 1")
-    sheet.getCellByPosition(1, 0).setValue(9e9)
-    sheet.getCellRangeByName("A1:B1048576").fillAuto(uno.Enum("com.sun.star.sheet.FillDirection", "TO_BOTTOM"), 1)
 
 
 class CalcTest(unittest.TestCase):
@@ -124,20 +106,34 @@ class CalcTest(unittest.TestCase):
             self.assertEqual(menus[-2]["Label"], "~SMS")
             self.assertEqual(labels(menus[-2]["ItemDescriptorContainer"]),
                              ["Login", "|", "Send SMS", "Proxy Settings", "|", "Help", "|", "Logout"])
+        frame = document.getCurrentController().getFrame()
+        execute(document, ".uno:NewWindow")
+        second = next(f for f in office.frames() if f != frame and f.getTitle().startswith("customers"))
+        wait("the toolbar", lambda: second.LayoutManager.getElement(TOOLBAR))
+        document.Sheets.insertNewByName("Empty", 1)
+        second.getController().setActiveSheet(document.Sheets.getByName("Empty"))
+        for window, columns in ((second, ["A"]), (frame, ["A", "B", "C", "D", "E"])):
+            office.run_in(window, SEND)
+            form = office.dialog("Send SMS")
+            self.assertEqual(form.find("list", "Mobile numbers in column").items(), columns)
+            close(form)
+        for document in sheets:
             close_document(document)
 
     def test_03_says_that_there_is_no_workbook_outside_a_spreadsheet(self):
-        window = office.desktop.findFrame("_blank", 0)
-        window.getContainerWindow().setVisible(True)
-        office.run_in(window, SEND)
-        office.alert(" S M S ", "Work book does not exit. Please check")
-        limited(window.close, True)
+        empty = office.desktop.findFrame("_blank", 0)
+        empty.getContainerWindow().setVisible(True)
+        chart = office.open("private:factory/schart").getCurrentController().getFrame()
+        for window in (empty, chart):
+            office.run_in(window, SEND)
+            office.alert(" S M S ", "Work book does not exit. Please check")
+            limited(window.close, True)
 
     def test_04_keeps_the_proxy_that_the_user_names(self):
         document = office.open("customers.ods")
         office.run(document, "vnd.quorvel:toolbar/ProxySettings")
         form = office.dialog("SMS - Proxy Settings")
-        choose(form, "Connection type", "Use proxy list")
+        form.find("list", "Connection type").choose("Use proxy list")
         form.find("text", "Proxy host").type("127.0.0.1")
         form.find("text", "Port").type(str(sandbox.port))
         form.press("OK")
@@ -152,14 +148,20 @@ class CalcTest(unittest.TestCase):
         office.run(document, MENU + "Login")
         form = office.dialog("SMS - Login")
         self.assertFalse(office.enabled(document, MENU + "Login"))  # no command while one runs
-        wait("the focus", lambda: form.find("text", "CRN").has(11))
-        for field in ("1001", "demo", "wrong"):
-            xdotool("type", field)
+        for kind, name, text in (("text", "CRN", "1001"), ("text", "User name", "demo"),
+                                 ("password", "Password", "wrong")):
+            field = form.find(kind, name)
+            wait("the focus on " + name, lambda: field.has(FOCUSED))
+            xdotool("type", text)
+            wait("the text in " + name, lambda: field.holds(text))
             xdotool("key", "Tab")
-        xdotool("key", "Return")  # on the button that Tab has reached
+        wait("the focus on the button", lambda: form.find("button", "Login").has(FOCUSED))
+        xdotool("key", "space")
         office.alert("S M S", "Invalid Password")
+        wait("the focus on the password", lambda: field.has(FOCUSED))
         xdotool("type", "demo")  # over the whole wrong one, which is selected
-        xdotool("key", "Return")
+        wait("the password", lambda: field.holds("demo"))
+        xdotool("key", "Return")  # the default button
         office.alert("S M S", "Logged in successfully")
         form.wait_closed()
         wait("the end of the command", lambda: office.enabled(document, MENU + "Logout"))
@@ -187,11 +189,7 @@ class CalcTest(unittest.TestCase):
     def test_07_sends_the_same_bytes_from_both_formats_and_from_the_console(self):
         document = office.open("customers.ods")
         send(document)
-        exported = os.path.join(os.environ["HOME"], "export.csv")
-        from com.sun.star.beans import PropertyValue
-        document.storeToURL("file://" + exported,
-                            (PropertyValue(Name="FilterName", Value="Text - txt - csv (StarCalc)"),
-                             PropertyValue(Name="FilterOptions", Value="44,34,76,1")))
+        exported = save(document, "export.csv", "Text - txt - csv (StarCalc)", "44,34,76,1")
         close_document(document)
         document = office.open("customers.xlsx")
         send(document)
@@ -210,47 +208,90 @@ class CalcTest(unittest.TestCase):
                               env={"HOME": home, "QUORVEL_PASSWORD": "demo"}, capture_output=True)
         self.assertEqual(done.returncode, 0, done.stdout + done.stderr)
 
-    def test_08_stops_a_long_send_when_it_is_cancelled(self):
+    def test_08_sends_what_cells_of_every_kind_hold_and_show(self):
         document = office.open("private:factory/scalc")
-        fill_whole_sheet(document)
-        form = send_form(document)
+        every_kind(document)
+        copy = save(document, "kinds.xlsx", "Calc MS Excel 2007 XML")
+        for document in (document, office.open(copy)):
+            sandbox.reset()
+            form = send_form(document, message="#C#;#D#")
+            form.press("E-mail")
+            form.find("check", "Send a copy of every message by e-mail").tick(True)
+            form.find("text", "Subject").type("Kinds")
+            form.find("list", "Address column").choose("C")
+            form.press("Send SMS")
+            office.alert(" S M S ", "12 SMS Messages Sent")
+            texts = {number[2]: cell[2] + ";" for number, cell in zip(NUMBERS, CELLS)}
+            self.assertEqual(sandbox.texts(), texts | {"9000000001": "1,234.50;#DIV/0!"})
+            emails = urllib.parse.parse_qs(sandbox.send_bodies()[0], encoding="cp1252")["EmailAdresses"][0]
+            self.assertEqual(emails.split(","), [cell[3] for cell in CELLS])
+            document.Sheets.getByIndex(0).getCellByPosition(1, 2).setFormula("=NA()")
+            form.press("Send SMS")
+            office.alert("Error", "Type mismatch (row 3)")
+            self.assertEqual(len(sandbox.send_bodies()), 1)
+            close(form)
+            close_document(document)
+
+    def test_09_sends_what_columns_of_one_format_show(self):
+        document = office.open("private:factory/scalc")
+        shown = columns_of_one_format(document, 40)
+        columns = [chr(ord("C") + i) for i in range(len(FORMATS))]
+        form = send_form(document, message="|".join(f"#{column}#" for column in columns))
         form.press("Send SMS")
-        click_in_window("SMS", *CANCEL)
-        wait("the form alone", lambda: [d.title for d in office.dialogs()] == ["Send SMS"], 40)
-        self.assertFalse(sandbox.send_bodies(), "something was sent")
-        with self.assertRaises(uno.getClass("com.sun.star.util.CloseVetoException")):
-            document.close(False)  # nobody pulls the sheet away from under an open form
+        office.alert(" S M S ", "40 SMS Messages Sent")
+        self.assertEqual(sandbox.texts(), {number: "|".join(texts) for number, texts in shown.items()})
         close(form)
         close_document(document)
 
-    def test_09_sends_unicode(self):
+    def test_10_stops_a_long_send_when_it_is_cancelled(self):
+        document = office.open("private:factory/scalc")
+        fill_whole_sheet(document)
+        form = send_form(document, message=EVERY_COLUMN)
+        form.press("Send SMS")
+        office.dialog("SMS")
+        self.assertFalse(office.desktop.terminate())
+        with self.assertRaises(uno.getClass("com.sun.star.util.CloseVetoException")):
+            document.close(False)  # nobody pulls the sheet away from under a send
+        self.assertFalse(office.enabled(document, SEND))
+        click_away("SMS", *CANCEL)
+        wait("the form alone", lambda: [d.title for d in office.dialogs()] == ["Send SMS"])
+        self.assertFalse(sandbox.send_bodies(), "something was sent")
+        close(form)
+        close_document(document)
+
+    def test_11_sends_unicode_from_a_protected_sheet(self):
         document = office.open("customers.ods")
-        form = send_form(document, message="Γειά #A#")
+        document.Sheets.getByIndex(0).protect("")
+        form = send_form(document, message=HEBREW)
         form.press("Send SMS")
         office.alert("S M S Application", "6 SMS Messages Sent")
         close(form)
-        self.assertEqual(sandbox.texts()["9876543211"], "Γειά Björn Holm")
+        self.assertEqual(sandbox.texts()["9876543211"], HEBREW.replace("#A#", "Björn Holm"))
         close_document(document)
 
-    def test_10_sends_to_the_rows_that_a_filter_leaves_by_value_not_by_text(self):
+    def test_12_sends_to_the_rows_that_a_filter_leaves_by_value_not_by_text(self):
         document = office.open("customers.ods")
         form = send_form(document)
-        form.press("Filter")
-        form.press("Set filter...")
-        box = office.dialog("SMS")
-        box.all("text")[0].type("#D#>##12/06/2026## and #C#<1000")
-        box.press("OK")
-        box.wait_closed()
+        for formula, key, filter_shown in (("#C#<1000", "Escape", "No filter is set"),
+                                           ("#D#>##12/06/2026## and #C#<1000", "Return", "Filter: #D#>")):
+            xdotool("key", "alt+f")
+            form.press("Set filter...")
+            box = office.dialog("SMS")
+            box.all("text")[0].type(formula)
+            xdotool("key", key)
+            box.wait_closed()
+            wait(filter_shown, lambda: any(text.startswith(filter_shown) for text in form.texts()))
         form.press("Send SMS")
-        question = office.dialog(" S M S ")
-        self.assertTrue(any("2 records has been filtered" in text for text in question.texts()))
+        question = office.dialog(" S M S ", "2 records has been filtered")
         question.press("OK")
         office.alert(" S M S ", "1 SMS Messages Sent")
         self.assertEqual(sorted(sandbox.texts()), ["9876543216"])  # one of the two has no number
-        close(form)
+        form.find("lines", "Message").focus()
+        xdotool("key", "Escape")
+        form.wait_closed()
         close_document(document)
 
-    def test_11_writes_a_report_into_a_new_sheet_or_says_why_not(self):
+    def test_13_writes_a_report_into_a_new_sheet_or_says_why_not(self):
         document = office.open("customers.ods")
         send(document)
         form = report_form(document, "Reports")
@@ -265,34 +306,50 @@ class CalcTest(unittest.TestCase):
         self.assertIn("9876543210", numbers)
         close_document(document)
 
+        protected = office.open("customers.ods")
+        protected.protect("")
+        for document in (protected, office.open("customers.xlsx", ReadOnly=True)):
+            form = report_form(document, "Reports")
+            form.press("Get")
+            office.alert("Error", "cannot be added")
+            close_reports()
+            self.assertEqual(document.Sheets.Count, 1)
+            close_document(document)
+
+    def test_14_says_that_a_page_preview_has_no_cells(self):
         document = office.open("customers.ods")
-        document.protect("")
-        form = report_form(document, "Reports")
-        form.press("Get")
-        office.alert("Error", "cannot be added")
-        close_reports()
-        self.assertEqual(document.Sheets.Count, 1)
+        execute(document, ".uno:PrintPreview")
+        wait("the preview", lambda: not hasattr(document.getCurrentController(), "getActiveSheet"))
+        office.run(document, SEND)
+        office.alert("Error", "Object doesn't support this property or method")
+        close(office.dialog("Send SMS"))
         close_document(document)
 
-    def test_12_tells_of_a_gateway_that_cannot_be_reached(self):
+    def test_15_tells_of_a_gateway_that_cannot_be_reached(self):
         document = office.open("customers.ods")
         sandbox.fail("send=refuse")
         send(document, "Request/Response Failure!!!")
         close_document(document)
 
-    def test_13_logs_out_and_ends_cleanly(self):
+    def test_16_logs_out_and_ends_cleanly(self):
         document = office.open("customers.ods")
         office.run(document, MENU + "Logout")
         office.alert("S M S", "Logged out successfully")
         wait("the end of the command", lambda: office.enabled(document, MENU + "Login"))
         self.assertFalse(office.enabled(document, MENU + "Logout"))
+        office.run(document, SEND)
+        form = office.dialog("Send SMS")
+        login = office.dialog("SMS - Login")  # the form's timer asks for it
+        login.press("Cancel")
+        login.wait_closed()
+        close(form)
         self.assertEqual(office.stop(), 0)
         left = subprocess.run(["pgrep", "-u", str(os.getuid()), "soffice"], capture_output=True, text=True,
                               check=False)
         self.assertEqual(left.stdout, "")
 
-    def test_14_leaves_nothing_for_the_next_start(self):
-        self.assertEqual(traces(), [])
+    def test_17_leaves_nothing_for_the_next_start(self):
+        self.assertEqual(traces("uno_packages", "extensions"), [])
         office.start()
         document = office.open("customers.ods")
         wait("the toolbar", lambda: element(document, TOOLBAR))
@@ -305,8 +362,9 @@ class CalcTest(unittest.TestCase):
         document = office.open("customers.ods")
         self.assertIsNone(element(document, TOOLBAR))
         self.assertEqual(office.stop(), 0)
+        self.assertEqual(traces(), [])
 
-    def test_15_has_logged_no_secret_and_no_failure(self):
+    def test_18_has_logged_no_secret_and_no_failure(self):
         with open(office.log, encoding="utf-8") as file:
             lines = set(file.read().splitlines())
         self.assertEqual(lines, {"host: connected"})
@@ -327,13 +385,13 @@ def close_reports():
         close(office.dialog(title))
 
 
-def traces():
-    """Files of the user's profile, but for the extension's own, that speak of the add-in."""
+def traces(*of_the_extension):
+    """Files of the user's profile that speak of the add-in, but for those that an installed extension has."""
     found = []
-    for path in glob.glob(os.path.join(office.profile, "user", "**"), recursive=True):
-        if os.path.isfile(path) and "uno_packages" not in path and "extensions" not in path:
+    for path in glob.glob(os.path.join(office.profile, "**"), recursive=True):
+        if os.path.isfile(path) and not any(folder in path for folder in of_the_extension):
             with open(path, "rb") as file:
-                if b"custom_quorvel" in file.read():
+                if b"quorvel" in (path.encode() + file.read()).lower():
                     found.append(path)
     return found
 

@@ -10,12 +10,12 @@ import time
 import uno
 import unohelper
 from com.sun.star.beans import PropertyValue
+from com.sun.star.datatransfer import DataFlavor, XTransferable
 from com.sun.star.frame import XStatusListener
 from com.sun.star.util import URL
 
-LIMIT = 20  # seconds that anything may take
+LIMIT = 60  # seconds that anything may take on a machine with much else to do
 FILES = os.environ["QUORVEL_TEST_FILES"]
-
 
 
 def role(name):
@@ -29,9 +29,10 @@ def state(name):
 ROLES = {"button": {role("PUSH_BUTTON")}, "text": {role("TEXT"), role("TEXT_FRAME")},
          "password": {role("PASSWORD_TEXT")}, "list": {role("LIST"), role("COMBO_BOX")},
          "check": {role("CHECK_BOX")}, "radio": {role("RADIO_BUTTON")}, "label": {role("LABEL")},
-         "progress": {role("PROGRESS_BAR")}}
+         "lines": {role("SCROLL_PANE")}}
 DIALOG_ROLES = {role("DIALOG"), role("ALERT"), role("OPTION_PANE")}
 SHOWING, ENABLED, CHECKED = state("SHOWING"), state("ENABLED"), state("CHECKED")
+ACTIVE, FOCUSED = state("ACTIVE"), state("FOCUSED")
 
 
 def wait(what, probe, limit=LIMIT):
@@ -48,6 +49,18 @@ def wait(what, probe, limit=LIMIT):
         if time.monotonic() > end:
             raise AssertionError("waited in vain for " + what)
         time.sleep(0.03)
+
+
+def insist(what, act, done):
+    """act(), and again as long as done() does not follow: on a busy machine a key or a click may get lost."""
+    end = time.monotonic() + LIMIT
+    while True:
+        act()
+        try:
+            return wait(what, done, LIMIT / 10)
+        except AssertionError:
+            if time.monotonic() > end:
+                raise
 
 
 def limited(call, *args):
@@ -70,23 +83,46 @@ def xdotool(*args):
     subprocess.run(["xdotool", *args], check=True, timeout=LIMIT)
 
 
-def click_in_window(title, across, down):
-    """Clicks into the window of that title, at shares of its width and height. For a window of an application
-    that is too busy to be asked."""
-    def find():
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], timeout=LIMIT,
-                               capture_output=True, text=True, check=False).stdout.split()
-        return found[-1] if found else None
-    window = wait(f"the window {title!r}", find)
-    shell = subprocess.run(["xdotool", "getwindowgeometry", "--shell", window], timeout=LIMIT,
-                           capture_output=True, text=True, check=True).stdout
-    size = dict(line.split("=") for line in shell.splitlines())
-    xdotool("mousemove", "--window", window, str(int(int(size["WIDTH"]) * across)),
-            str(int(int(size["HEIGHT"]) * down)), "click", "1")
+def windows(title):
+    """The X windows of that title, the topmost last."""
+    return subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"], timeout=LIMIT,
+                          capture_output=True, text=True, check=False).stdout.split()
+
+
+def click_away(title, across, down):
+    """Clicks into the window of that title, at shares of its width and height, until it is gone. For a window
+    of an application that is too busy to be asked."""
+    def click():
+        for window in windows(title)[-1:]:
+            shell = subprocess.run(["xdotool", "getwindowgeometry", "--shell", window], timeout=LIMIT,
+                                   capture_output=True, text=True, check=False).stdout
+            size = dict(line.split("=") for line in shell.splitlines())
+            if size:
+                subprocess.run(["xdotool", "mousemove", "--window", window, str(int(int(size["WIDTH"]) * across)),
+                                str(int(int(size["HEIGHT"]) * down)), "click", "1"], check=False, timeout=LIMIT)
+    wait(f"the window {title!r}", lambda: windows(title))
+    insist(f"the end of the window {title!r}", click, lambda: not windows(title))
+
+
+class Copied(unohelper.Base, XTransferable):
+    """Text on the clipboard."""
+
+    def __init__(self, text):
+        self.text = text
+
+    def getTransferData(self, _):
+        return self.text
+
+    def getTransferDataFlavors(self):
+        return (DataFlavor("text/plain;charset=utf-16", "Text", uno.getTypeByName("string")),)
+
+    def isDataFlavorSupported(self, flavor):
+        return flavor.MimeType.startswith("text/plain")
 
 
 class Control:
-    def __init__(self, context):
+    def __init__(self, office, context):
+        self.office = office
         self.context = context
 
     @property
@@ -107,17 +143,50 @@ class Control:
         across = 8 if marked else size.Width // 2
         xdotool("mousemove", str(place.X + across), str(place.Y + size.Height // 2), "click", "1")
 
+    def focus(self):
+        insist("the focus on " + self.name, self.click, lambda: self.has(FOCUSED))
+
     def type(self, text):
-        self.click()
-        xdotool("key", "ctrl+a")
-        xdotool("type", "--delay", "1", text)
-        if "password" not in self.kinds():
-            wait("the text in " + self.name, lambda: self.text == text)
+        """Over what is there."""
+        def keys():
+            self.focus()
+            xdotool("key", "ctrl+a")
+            if text.isascii():
+                xdotool("type", "--delay", "1", text)
+            else:  # there is no key for some of it
+                self.office.clipboard().setContents(Copied(text), None)
+                xdotool("key", "ctrl+v")
+        insist("the text in " + self.name, keys, lambda: self.holds(text))
+
+    def holds(self, text):
+        if "lines" in self.kinds():  # can be read by copying alone, and only gen bears that from another thread
+            if self.office.plugin != "gen":
+                return True
+            self.office.clipboard().setContents(Copied("nothing"), None)
+            xdotool("key", "ctrl+a", "ctrl+c")
+            return wait("a copy", lambda: self.office.copied() != "nothing") and self.office.copied() == text
+        return self.text == text or "password" in self.kinds() and len(self.text) == len(text)
 
     def tick(self, wanted):
         if self.has(CHECKED) != wanted:
+            insist("a tick at " + self.name, self.click, lambda: self.has(CHECKED) == wanted)
+
+    def choose(self, item):
+        """An item of a drop-down list, by the keyboard."""
+        box, dropped = [self.context.getAccessibleChild(i).getAccessibleContext() for i in range(2)]
+
+        def open_and_close():
             self.click()
-            wait("a tick at " + self.name, lambda: self.has(CHECKED) == wanted)
+            wait("the list of " + self.name, lambda: dropped.getAccessibleStateSet().contains(SHOWING))
+            xdotool("type", item)
+            xdotool("key", "Return")
+            wait("the end of the list", lambda: not dropped.getAccessibleStateSet().contains(SHOWING))
+        insist(f"{item} in {self.name}", open_and_close, lambda: box.getText() == item)
+
+    def items(self):
+        items = self.context.getAccessibleChild(1).getAccessibleContext()
+        return [items.getAccessibleChild(i).getAccessibleContext().getText()
+                for i in range(items.getAccessibleChildCount())]
 
     def kinds(self):
         return [kind for kind, roles in ROLES.items() if self.context.getAccessibleRole() in roles]
@@ -141,7 +210,7 @@ class Dialog:
                 pass
 
     def all(self, kind):
-        return [Control(c) for c in self.contexts()
+        return [Control(self.office, c) for c in self.contexts()
                 if c.getAccessibleRole() in ROLES[kind] and c.getAccessibleStateSet().contains(SHOWING)]
 
     def find(self, kind, name):
@@ -162,7 +231,7 @@ class Dialog:
         return texts
 
     def open(self):
-        return any(d.title == self.title for d in self.office.dialogs())
+        return any(d.window == self.window for d in self.office.dialogs())
 
     def wait_closed(self):
         wait(f"the end of {self.title!r}", lambda: not self.open())
@@ -189,7 +258,7 @@ class Office:
         return dict(os.environ, SAL_USE_VCLPLUGIN=self.plugin, QUORVEL_LOG=self.log, LC_ALL="C.UTF-8")
 
     def unopkg(self, *args):
-        done = subprocess.run(["unopkg", *args, f"-env:UserInstallation=file://{self.profile}"], timeout=60,
+        done = subprocess.run(["unopkg", *args, f"-env:UserInstallation=file://{self.profile}"], timeout=2 * LIMIT,
                               env=self.environment(), capture_output=True, text=True)
         return done.returncode, done.stdout + done.stderr
 
@@ -208,12 +277,21 @@ class Office:
                 return resolver.resolve(f"uno:pipe,name={self.pipe};urp;StarOffice.ComponentContext")
             except no_connection:
                 return None
-        self.context = wait("the application", connect, 60)
+        self.context = wait("the application", connect, 2 * LIMIT)
         self.desktop = self.service("com.sun.star.frame.Desktop")
         self.toolkit = self.service("com.sun.star.awt.Toolkit")
 
     def service(self, name):
         return self.context.ServiceManager.createInstanceWithContext(name, self.context)
+
+    def clipboard(self):
+        return self.service("com.sun.star.datatransfer.clipboard.SystemClipboard")
+
+    def copied(self):
+        """The text on the clipboard."""
+        contents = self.clipboard().getContents()
+        return next(contents.getTransferData(flavor) for flavor in contents.getTransferDataFlavors()
+                    if flavor.MimeType.startswith("text/plain"))
 
     def stop(self):
         """Ends it; its exit status."""
@@ -240,6 +318,10 @@ class Office:
             if hasattr(component, "setModified"):
                 yield component
 
+    def frames(self):
+        frames = self.desktop.getFrames()
+        return [frames.getByIndex(i) for i in range(frames.getCount())]
+
     def open(self, url, **options):
         """Opens a document, with its window in front; a file of the tests by its name."""
         if ":" not in url:
@@ -256,6 +338,8 @@ class Office:
         return wait(command, lambda: frame.queryDispatch(url, "_self", 0)), url
 
     def run_in(self, frame, command):
+        """Gives the command in that window, which comes to the front."""
+        frame.getContainerWindow().toFront()
         dispatcher, url = self.dispatcher(frame, command)
         limited(dispatcher.dispatch, url, ())
 
@@ -284,16 +368,18 @@ class Office:
                 continue
         return found
 
-    def dialog(self, title, limit=LIMIT):
-        return wait(f"the dialog {title!r}",
-                    lambda: next((d for d in self.dialogs() if d.title == title), None), limit)
+    def dialog(self, title, text=""):
+        """The dialog with this in its title and text, once it has the keyboard, and with it its place."""
+        def shown():
+            return next((d for d in self.dialogs() if d.title == title and text in " ".join(d.texts())), None)
+        dialog = wait(f"{text!r} in the dialog {title!r}", shown)
+        wait(f"the keyboard in {title!r}", lambda: dialog.window.getAccessibleStateSet().contains(ACTIVE))
+        return dialog
 
     def alert(self, title, text):
         """Answers the message box with this in its text by OK."""
-        def shown():
-            return next((d for d in self.dialogs() if d.title == title and text in " ".join(d.texts())), None)
-        wait(f"{text!r} in {title!r}", shown).press("OK")
-        wait(f"the end of {text!r}", lambda: not shown())
+        alert = self.dialog(title, text)
+        insist(f"the end of {text!r}", lambda: alert.press("OK") if alert.open() else None, lambda: not alert.open())
 
     def screenshot(self, name):
         subprocess.run(["import", "-window", "root", name], check=True, timeout=LIMIT)

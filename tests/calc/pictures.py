@@ -6,8 +6,9 @@ import subprocess
 import time
 
 import calc_test
-from calc_test import CANCEL, MENU, MESSAGE, choose, fill_whole_sheet, send_form
-from office import FILES, LIMIT, Office, click_in_window, wait, xdotool
+from calc_test import CANCEL, EVERY_COLUMN, MENU, MESSAGE, send_form
+from cells import fill_whole_sheet
+from office import FILES, LIMIT, Office, click_away, wait, xdotool
 from sandbox import Sandbox
 
 OUTPUT = os.environ["QUORVEL_OUTPUT"]
@@ -41,7 +42,7 @@ def main():
         whole("window")
         office.run(document, MENU + "ProxySettings")
         form = office.dialog("SMS - Proxy Settings")
-        choose(form, "Connection type", "Use proxy list")
+        form.find("list", "Connection type").choose("Use proxy list")
         form.find("text", "Proxy host").type("127.0.0.1")
         form.find("text", "Port").type(str(sandbox.port))
         window("proxy", form.title)
@@ -89,11 +90,11 @@ def main():
         form.wait_closed()
 
         fill_whole_sheet(document)
-        form = send_form(document)
+        form = send_form(document, message=EVERY_COLUMN)
         form.press("Send SMS")
         time.sleep(1)
         window("progress", "SMS", 0.1)
-        click_in_window("SMS", *CANCEL)
+        click_away("SMS", *CANCEL)
         wait("the form alone", lambda: [d.title for d in office.dialogs()] == ["Send SMS"])
         form.press("Close")
         form.wait_closed()

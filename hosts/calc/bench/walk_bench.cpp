@@ -5,12 +5,10 @@
 #include <chrono>
 #include <com/sun/star/beans/NamedValue.hpp>
 #include <com/sun/star/frame/XFrame.hpp>
-#include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/task/XJob.hpp>
 #include <com/sun/star/text/XTextRange.hpp>
-#include <cppuhelper/implbase2.hxx>
-#include <cppuhelper/supportsservice.hxx>
+#include <cppuhelper/implbase1.hxx>
 #include <future>
 #include <numeric>
 
@@ -31,7 +29,6 @@ using css::uno::Any;
 using css::uno::Reference;
 using css::uno::Sequence;
 using css::uno::UNO_QUERY_THROW;
-using rtl::OUString;
 
 constexpr std::int32_t kRows = 100'000;
 constexpr int kRounds = 5;
@@ -116,9 +113,9 @@ class Measurement {
   SendChoices choices_;
 };
 
-class WalkBench : public cppu::WeakImplHelper2<css::task::XJob, css::lang::XServiceInfo> {
+class WalkBench : public cppu::WeakImplHelper1<css::task::XJob> {
  public:
-  explicit WalkBench(Context context) : context_(std::move(context)) {}
+  explicit WalkBench(const Context& context) : context_(context) {}
 
   // The median times in milliseconds of the bare loop, the reading and the walk in the window "Frame".
   Any SAL_CALL execute(const Sequence<css::beans::NamedValue>& arguments) override {
@@ -140,26 +137,18 @@ class WalkBench : public cppu::WeakImplHelper2<css::task::XJob, css::lang::XServ
     return Any(times);
   }
 
-  OUString SAL_CALL getImplementationName() override { return "quorvel.calc.WalkBench"; }
-  sal_Bool SAL_CALL supportsService(const OUString& name) override {
-    return cppu::supportsService(this, name);
-  }
-  Sequence<OUString> SAL_CALL getSupportedServiceNames() override {
-    const OUString service("quorvel.calc.WalkBench");
-    return {&service, 1};
-  }
-
  private:
   std::vector<double> Measure(const Reference<css::frame::XFrame>& frame) const {
     Measurement measurement(context_, frame);
-    std::vector<double> medians;
-    for (const auto way : {&Measurement::BareLoop, &Measurement::ReadOnly, &Measurement::Walk}) {
-      std::vector<double> times;
-      for (int round = 0; round < kRounds; ++round) times.push_back((measurement.*way)());
-      std::sort(times.begin(), times.end());
-      medians.push_back(times[kRounds / 2]);
-    }
-    return medians;
+    return {Median(measurement, &Measurement::BareLoop), Median(measurement, &Measurement::ReadOnly),
+            Median(measurement, &Measurement::Walk)};
+  }
+
+  static double Median(Measurement& measurement, double (Measurement::*way)()) {
+    std::vector<double> times(kRounds);
+    for (double& time : times) time = (measurement.*way)();
+    std::sort(times.begin(), times.end());
+    return times[kRounds / 2];
   }
 
   Context context_;
