@@ -90,7 +90,7 @@ class frmSendSMS : public Form {
   Label lblAdvance{Frame_Settings,
                    "lblAdvance",
                    {248, 94, 188, 20},
-                   u"Rows with the same number become one message, each on a line."};
+                   u"Rows of one number become one message, a line each."};
   Label lblHeader{Frame_Settings, "lblHeader", {248, 122, 50, 10}, u"First line"};
   TextBox txt_header{Frame_Settings, "txt_header", {302, 118, 134, 16}};
   Label lblFooter{Frame_Settings, "lblFooter", {248, 144, 50, 10}, u"Last line"};
