@@ -4,13 +4,23 @@
 #   scripts/windows.sh           all of it
 #   scripts/windows.sh build     the DLLs and the set-up program only
 #   scripts/windows.sh pictures  the tests, and pictures of every dialog into docs/images
+#   scripts/windows.sh pictures 144  the same at another resolution than 96 dpi, pictures into build/windows
 #
 # The DLLs come to build/windows-x86/bin and build/windows-x64/bin, the set-up program to build/windows. The tests run under
 # wine64 with a display and a Windows of their own below build/, against the sandbox gateway outside. What is not installed is
 # skipped, saying so. QUORVEL_SANDBOX names another sandbox program than that of build/release.
 set -euo pipefail
+trap 'echo "windows: line $LINENO failed: $BASH_COMMAND" >&2' ERR
 cd "$(dirname "$0")/.."
 what=${1:-all}
+dpi=${2:-96}
+case $what in
+  all | build | pictures) ;;
+  *)
+    echo "windows: no such task: $what" >&2
+    exit 2
+    ;;
+esac
 
 if ! command -v x86_64-w64-mingw32-g++-posix >/dev/null || ! command -v i686-w64-mingw32-g++-posix >/dev/null; then
   echo "windows: SKIPPED, the mingw-w64 cross compilers are not installed" >&2
@@ -69,15 +79,23 @@ fi
 [ "$what" != build ] || exit 0
 
 sandbox=${QUORVEL_SANDBOX:-build/release/bin/quorvel-sandbox}
-for program in "${wine:-wine64}" Xvfb "$sandbox"; do
+needed=("${wine:-wine64}" Xvfb "$sandbox")
+[ "$what" != pictures ] || needed+=(convert)
+for program in "${needed[@]}"; do
   if ! command -v "$program" >/dev/null; then
     echo "windows: the tests are SKIPPED, there is no $program" >&2
     exit 0
   fi
 done
 
+# One at a time: they share a registry.
+exec 9>build/windows/lock
+flock 9
+
 work=$(mktemp -d)
-export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEARCH=win64 WINEDLLOVERRIDES='mscoree=;mshtml='
+# Without its debugger a crash ends the program at once.
+export WINEPREFIX=$PWD/build/wine WINEDEBUG=-all WINEARCH=win64 WINEDLLOVERRIDES='mscoree=;mshtml=;winedbg.exe='
+[ "$dpi" = 96 ] || WINEPREFIX+=-$dpi
 wineserver=$(dirname "$(readlink -f "$wine")")/wineserver
 pids=()
 finish() {
@@ -93,44 +111,54 @@ trap finish EXIT
 mkfifo "$work/display"
 Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" >/dev/null 2>&1 &
 pids+=($!)
-read -r display <"$work/display"
+read -r display <"$work/display" || { echo "windows: Xvfb does not start" >&2; exit 1; }
 export DISPLAY=:$display
 
 "$sandbox" --port 0 >"$work/sandbox.log" 2>&1 &
 pids+=($!)
-until grep -q 'listening on' "$work/sandbox.log"; do
+until grep -qs 'listening on' "$work/sandbox.log"; do
   kill -0 "${pids[1]}" || { cat "$work/sandbox.log" >&2; exit 1; }
   sleep 0.05
 done
 QUORVEL_SANDBOX_PORT=$(sed -n 's/^listening on .*://p' "$work/sandbox.log")
 export QUORVEL_SANDBOX_PORT
 
-if [ ! -f "$WINEPREFIX/system.reg" ]; then
+# Nothing that runs in there takes this long, whatever else the machine is busy with.
+in_wine() {
+  timeout -k 10 600 "$wine" "$@"
+}
+
+if [ ! -f "$WINEPREFIX/is-complete" ]; then
+  rm -rf "$WINEPREFIX"
   mkdir -p "$WINEPREFIX"
-  "$wine" wineboot -i >/dev/null 2>&1
+  in_wine wineboot -i >/dev/null 2>&1
   # The signs on the frames' buttons.
   [ ! -f /usr/share/wine/fonts/marlett.ttf ] || cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
   # No window manager: the dialogs have the frames of the Windows that they run in.
-  "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null
+  in_wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null
+  in_wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null
+  "$wineserver" -k
+  "$wineserver" -w
+  touch "$WINEPREFIX/is-complete"
 fi
 [ "$what" != pictures ] || export QUORVEL_PICTURES="Z:${work//\//\\}"
 
-"$wine" build/windows-x64/bin/excel_tests.exe --gtest_brief=1
-"$wine" build/windows-x64/bin/excel_addin_tests.exe --gtest_brief=1
+in_wine build/windows-x64/bin/excel_tests.exe --gtest_brief=1
+in_wine build/windows-x64/bin/excel_addin_tests.exe --gtest_brief=1
 
 # The set-up program: what is there after installing, and that nothing is after uninstalling.
 if [ -f build/windows/Quorvel-setup-x64.exe ]; then
   key='HKCU\Software\Microsoft\Office\Excel\Addins\Quorvel.Connect'
   programs="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Local/Programs/Quorvel"
-  "$wine" build/windows/Quorvel-setup-x64.exe /S
-  "$wine" reg query "$key" >/dev/null
+  in_wine build/windows/Quorvel-setup-x64.exe /S
+  in_wine reg query "$key" >/dev/null
   cmp build/windows-x64/bin/Quorvel.dll "$programs/x64/Quorvel.dll"
   cmp build/windows-x86/bin/Quorvel.dll "$programs/x86/Quorvel.dll"
   # "_?=" keeps the uninstaller from going on in a copy of itself that nobody waits for.
-  "$wine" "$programs/Uninstall.exe" /S '_?='"C:\\users\\$(id -un)\\AppData\\Local\\Programs\\Quorvel"
+  in_wine "$programs/Uninstall.exe" /S '_?='"C:\\users\\$(id -un)\\AppData\\Local\\Programs\\Quorvel"
   for gone in "$key" 'HKCU\Software\Classes\Quorvel.Connect' \
     'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel' 'HKCU\Software\VB and VBA Program Settings\Tessaly'; do
-    if "$wine" reg query "$gone" >/dev/null 2>&1; then
+    if in_wine reg query "$gone" >/dev/null 2>&1; then
       echo "windows: $gone is left after uninstalling" >&2
       exit 1
     fi
@@ -143,8 +171,10 @@ if [ -f build/windows/Quorvel-setup-x64.exe ]; then
 fi
 
 if [ "$what" = pictures ]; then
-  mkdir -p docs/images
+  folder=docs/images
+  [ "$dpi" = 96 ] || folder=build/windows/pictures-$dpi
+  mkdir -p "$folder"
   for picture in "$work"/*.bmp; do
-    convert "$picture" -define png:exclude-chunks=date,time "docs/images/excel-$(basename "${picture%.bmp}").png"
+    convert "$picture" -define png:exclude-chunks=date,time "$folder/excel-$(basename "${picture%.bmp}").png"
   done
 fi

@@ -137,11 +137,14 @@ void frmSendSMS::UpdateEnabled() {
   const auto enable = [](bool enabled, std::initializer_list<Control*> controls) {
     for (Control* control : controls) control->set_enabled(enabled);
   };
-  enable(Chk_SendEmail.value(), {&txtEmailSubject, &Combo_EmailColumn, &Chk_FastProcessing});
-  enable(Chk_SendEmail.value() && Chk_FastProcessing.value(), {&txt_FromEmailID, &txt_FromEmailPwd});
-  enable(chkAdvance.value(), {&txt_header, &txt_footer});
-  enable(chkSetScheduler.value(), {&txt_SchedulerName, &combo_month, &combo_dd, &combo_year, &combo_Times,
-                                   &cmbSchedulerDateTime, &chkNotifyMe});
+  enable(Chk_SendEmail.value(),
+         {&lblEmailSubject, &txtEmailSubject, &lblEmailColumn, &Combo_EmailColumn, &Chk_FastProcessing});
+  enable(Chk_SendEmail.value() && Chk_FastProcessing.value(),
+         {&lblFromEmailID, &txt_FromEmailID, &lblFromEmailPwd, &txt_FromEmailPwd});
+  enable(chkAdvance.value(), {&lblHeader, &txt_header, &lblFooter, &txt_footer});
+  enable(chkSetScheduler.value(),
+         {&lblSchedulerName, &txt_SchedulerName, &lblSchedulerDate, &combo_month, &combo_dd, &combo_year,
+          &lblSchedulerTime, &combo_Times, &lblSchedulerDateTime, &cmbSchedulerDateTime, &chkNotifyMe});
   enable(ChkBox_WAPPush.value(), {&txtWAP_URL});
 }
 

@@ -24,16 +24,16 @@ class frmSendSMS : public Form {
 
   Frame Frame_Recipients{*this, "Frame_Recipients", {8, 4, 214, 58}, u"Recipients"};
   Label lblMobileNumbers{
-      Frame_Recipients, "lblMobileNumbers", {16, 20, 96, 10}, u"&Mobile numbers in column"};
-  ComboBox cmbMobileNumbersCell{Frame_Recipients, "cmbMobileNumbersCell", {116, 16, 56, 16}};
+      Frame_Recipients, "lblMobileNumbers", {16, 20, 94, 10}, u"&Mobile numbers in column"};
+  ComboBox cmbMobileNumbersCell{Frame_Recipients, "cmbMobileNumbersCell", {112, 16, 56, 16}};
   CheckBox chkAddCountryCode{Frame_Recipients, "chkAddCountryCode", {16, 40, 84, 12}, u"Add &country code"};
   TextBox txtCountryCode{Frame_Recipients, "txtCountryCode", {102, 38, 34, 16}};
-  Label lblCountryCodeLength{Frame_Recipients, "lblCountryCodeLength", {140, 42, 38, 10}, u"if &length is"};
-  ComboBox ComboCountryCodeLength{Frame_Recipients, "ComboCountryCodeLength", {178, 38, 38, 16}};
+  Label lblCountryCodeLength{Frame_Recipients, "lblCountryCodeLength", {138, 42, 38, 10}, u"if len&gth is"};
+  ComboBox ComboCountryCodeLength{Frame_Recipients, "ComboCountryCodeLength", {176, 38, 38, 16}};
 
   Frame Frame_Rows{*this, "Frame_Rows", {8, 64, 214, 84}, u"Rows"};
   OptionButton optAllRows{Frame_Rows, "optAllRows", {16, 76, 80, 12}, u"&All rows"};
-  OptionButton optRowRange{Frame_Rows, "optRowRange", {16, 94, 52, 12}, u"Start Row"};
+  OptionButton optRowRange{Frame_Rows, "optRowRange", {16, 94, 52, 12}, u"Start &Row"};
   TextBox txtStartRow{Frame_Rows, "txtStartRow", {70, 92, 48, 16}};
   Label lblEndRow{Frame_Rows, "lblEndRow", {124, 96, 38, 10}, u"E&nd Row"};
   TextBox txtEndRow{Frame_Rows, "txtEndRow", {166, 92, 48, 16}};
@@ -58,7 +58,7 @@ class frmSendSMS : public Form {
   Button cmdSearchPanel{*this, "cmdSearchPanel", {302, 6, 69, 16}, u"&Filter"};
   Button cmdSettingsPanel{*this, "cmdSettingsPanel", {374, 6, 70, 16}, u"Se&ttings"};
   Button cmdSchedulerPanel{*this, "cmdSchedulerPanel", {230, 25, 69, 16}, u"Sche&duler"};
-  Button cmdTemplatesPanel{*this, "cmdTemplatesPanel", {302, 25, 69, 16}, u"Templates"};
+  Button cmdTemplatesPanel{*this, "cmdTemplatesPanel", {302, 25, 69, 16}, u"Temp&lates"};
   Button cmdAccountPanel{*this, "cmdAccountPanel", {374, 25, 70, 16}, u"Acco&unt"};
 
   Frame Frame_Email{*this, "Frame_Email", kPanel, u"E-mail copy"};
@@ -136,8 +136,8 @@ class frmSendSMS : public Form {
   Button cmdReports{Frame_Account, "cmdReports", {238, 110, 110, 18}, u"Delivery reports..."};
 
   CheckBox ChkPreview{*this, "ChkPreview", {230, 256, 214, 12}, u"Show a &preview before sending"};
-  Button cmdSend{*this, "cmdSend", {302, 278, 69, 18}, u"&Send SMS", Button::Role::kDefault};
-  Button cmdClose{*this, "cmdClose", {374, 278, 70, 18}, u"Close", Button::Role::kCancel};
+  Button cmdSend{*this, "cmdSend", {302, 280, 69, 18}, u"&Send SMS", Button::Role::kDefault};
+  Button cmdClose{*this, "cmdClose", {374, 280, 70, 18}, u"Close", Button::Role::kCancel};
   Timer TimerPullSIDnTemplates{*this, "TimerPullSIDnTemplates", 3000};
 
   // How the last press of cmdSend ended.

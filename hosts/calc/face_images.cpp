@@ -72,7 +72,7 @@ std::string Png(const quorvel::Face& face, int scale, int margin) {
       const int row = (y - margin) / scale;
       const bool inside =
           x >= margin && y >= margin && column < quorvel::Face::kSize && row < quorvel::Face::kSize;
-      const auto at = static_cast<std::size_t>(row * quorvel::Face::kSize + column);
+      const auto at = static_cast<std::size_t>(row) * quorvel::Face::kSize + static_cast<std::size_t>(column);
       const std::uint32_t argb = inside ? face.pixels.at(at) : 0;
       Append32(rows, argb << 8 | argb >> 24);
     }

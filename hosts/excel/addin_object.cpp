@@ -124,18 +124,6 @@ void AddinObject::Expose(const ComPtr<IDispatch>& object) const {
   }
 }
 
-HRESULT AddinObject::GetTypeInfoCount(UINT* count) {
-  if (count == nullptr) return E_POINTER;
-  *count = 0;
-  return S_OK;
-}
-
-HRESULT AddinObject::GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo** info) {
-  if (info == nullptr) return E_POINTER;
-  *info = nullptr;
-  return DISP_E_BADINDEX;
-}
-
 HRESULT AddinObject::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT count, LCID /*locale*/,
                                    DISPID* ids) {
   if (names == nullptr || ids == nullptr) return E_POINTER;

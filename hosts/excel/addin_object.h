@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "hosts/excel/com_object.h"
 #include "hosts/excel/com_ptr.h"
 #include "hosts/excel/extensibility.h"
+#include "hosts/excel/untyped_dispatch.h"
 
 namespace quorvel {
 
@@ -13,13 +13,11 @@ struct ExcelSession;
 // The COM class `Connect`: what Excel loads. Its IDispatch also carries the commands, so that a macro or a
 // ribbon can call them: Application.COMAddIns("Quorvel.Connect").Object.SendSMS. A command takes no
 // arguments; those that a ribbon passes are ignored. Called while disconnected it fails with error 91.
-class AddinObject : public ComObject<IDTExtensibility2> {
+class AddinObject : public UntypedDispatch<IDTExtensibility2> {
  public:
   AddinObject();
   ~AddinObject() override;
 
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
                                           DISPID* ids) override;
   HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID locale, WORD kind,

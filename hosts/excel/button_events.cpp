@@ -2,25 +2,17 @@
 
 #include "hosts/excel/automation_error.h"
 #include "hosts/excel/com_boundary.h"
-#include "hosts/excel/com_object.h"
+#include "hosts/excel/untyped_dispatch.h"
 
 namespace quorvel {
 
 namespace {
 
-// What the button calls. It has no type information: Office calls it by the member's number.
-class ClickSink : public ComObject<IDispatch> {
+// What the button calls, by the member's number.
+class ClickSink : public UntypedDispatch<IDispatch> {
  public:
   explicit ClickSink(std::function<void()> handler) : handler_(std::move(handler)) {}
 
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-    if (count == nullptr) return E_POINTER;
-    *count = 0;
-    return S_OK;
-  }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo** /*info*/) override {
-    return DISP_E_BADINDEX;
-  }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* /*names*/, UINT /*count*/,
                                           LCID /*locale*/, DISPID* /*ids*/) override {
     return DISP_E_UNKNOWNNAME;

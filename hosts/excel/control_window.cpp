@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
+#include "hosts/excel/reading_order.h"
 #include "hosts/excel/theme_scope.h"
 #include "hosts/excel/wide.h"
 
@@ -24,51 +26,59 @@ const wchar_t* RichTextClass() {
   return loaded ? MSFTEDIT_CLASS : L"EDIT";
 }
 
-WindowKind KindOf(const TextBox& box) {
-  const DWORD style = WS_TABSTOP | (box.read_only() ? ES_READONLY : 0);
-  constexpr DWORD kLines = ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL;
-  switch (box.style()) {
-    case TextBox::Style::kSingleLine:
-      return {L"EDIT", style | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
-    case TextBox::Style::kPassword:
-      return {L"EDIT", style | ES_AUTOHSCROLL | ES_PASSWORD, WS_EX_CLIENTEDGE};
-    case TextBox::Style::kMultiLine:
-      // A text to be read is no field: it stands on the dialog like a label.
-      if (box.read_only()) return {L"EDIT", style | kLines};
-      return {L"EDIT", style | kLines | ES_WANTRETURN, WS_EX_CLIENTEDGE};
-    case TextBox::Style::kRichText:
-      return {RichTextClass(), style | kLines | ES_WANTRETURN | ES_NOHIDESEL | WS_BORDER};
-  }
-  return {};
+bool IsTextBox(const Control& control) {
+  return control.kind() == ControlKind::kTextBox;
 }
 
-// Check boxes and option buttons do not check themselves: the form decides, and its state is shown.
+bool HasLines(const TextBox& box) {
+  return box.style() == TextBox::Style::kMultiLine || box.style() == TextBox::Style::kRichText;
+}
+
+// A text to be read, such as an alert's, is no field: it stands on the dialog like a label.
+bool IsMessage(const TextBox& box) {
+  return box.style() == TextBox::Style::kMultiLine && box.read_only();
+}
+
+WindowKind KindOf(const TextBox& box) {
+  const DWORD style = WS_TABSTOP | (box.read_only() ? ES_READONLY : 0);
+  if (!HasLines(box)) {
+    const DWORD hidden = box.style() == TextBox::Style::kPassword ? ES_PASSWORD : 0;
+    return {L"EDIT", style | hidden | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
+  }
+  constexpr DWORD kLines = ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL;
+  if (!IsMessage(box)) return {RichTextClass(), style | kLines | ES_WANTRETURN | ES_NOHIDESEL | WS_BORDER};
+  if (!StartsRightToLeft(box.text())) return {L"EDIT", style | kLines};
+  return {L"EDIT", style | kLines | ES_RIGHT, WS_EX_RTLREADING | WS_EX_LEFTSCROLLBAR};
+}
+
+// Check boxes and option buttons do not check themselves: the form decides, and its state is shown. Each
+// control is a group of its own: the arrow keys' way is the form window's.
 WindowKind KindOf(const Control& control) {
   switch (control.kind()) {
     case ControlKind::kLabel:
-      return {L"STATIC", SS_LEFT | WS_GROUP};
+      return {L"STATIC", SS_LEFT};
     case ControlKind::kTextBox:
       return KindOf(static_cast<const TextBox&>(control));
     case ControlKind::kButton: {
       const bool is_default = static_cast<const Button&>(control).role() == Button::Role::kDefault;
-      return {L"BUTTON", WS_TABSTOP | WS_GROUP | BS_NOTIFY |
-                             static_cast<DWORD>(is_default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON)};
+      return {L"BUTTON",
+              WS_TABSTOP | BS_NOTIFY | static_cast<DWORD>(is_default ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON)};
     }
     case ControlKind::kCheckBox:
-      return {L"BUTTON", WS_TABSTOP | WS_GROUP | BS_NOTIFY | BS_CHECKBOX};
+      return {L"BUTTON", WS_TABSTOP | BS_NOTIFY | BS_CHECKBOX};
     case ControlKind::kOptionButton:
       return {L"BUTTON", WS_TABSTOP | BS_NOTIFY | BS_RADIOBUTTON};
     case ControlKind::kComboBox: {
       const bool list = static_cast<const ComboBox&>(control).style() == ComboBox::Style::kList;
-      return {L"COMBOBOX", WS_TABSTOP | WS_GROUP | WS_VSCROLL | CBS_AUTOHSCROLL |
+      return {L"COMBOBOX", WS_TABSTOP | WS_VSCROLL | CBS_AUTOHSCROLL |
                                static_cast<DWORD>(list ? CBS_DROPDOWNLIST : CBS_DROPDOWN)};
     }
     case ControlKind::kFrame:
-      return {L"BUTTON", WS_GROUP | BS_GROUPBOX, WS_EX_TRANSPARENT};
+      return {L"BUTTON", BS_GROUPBOX, WS_EX_TRANSPARENT};
     case ControlKind::kImage:
       return {L"STATIC", SS_ICON | SS_REALSIZECONTROL};
     case ControlKind::kProgressBar:
-      return {PROGRESS_CLASSW, WS_GROUP};
+      return {PROGRESS_CLASSW};
     case ControlKind::kTimer:
       return {};
   }
@@ -113,16 +123,61 @@ Text WithCrLf(const Text& text) {
   return result;
 }
 
-// Plain text only, whatever is pasted; right to left where a paragraph begins so.
+// Plain text only, whatever is pasted.
 void PrepareRichText(HWND window) {
   SendMessageW(window, EM_SETTEXTMODE, TM_PLAINTEXT, 0);
   SendMessageW(window, EM_EXLIMITTEXT, 0, kMostText);
   SendMessageW(window, EM_SETEVENTMASK, 0, ENM_CHANGE);
-  BIDIOPTIONS directions{};
-  directions.cbSize = sizeof(directions);
-  directions.wMask = BOM_CONTEXTREADING | BOM_CONTEXTALIGNMENT;
-  directions.wEffects = BOE_CONTEXTREADING | BOE_CONTEXTALIGNMENT;
-  SendMessageW(window, EM_SETBIDIOPTIONS, 0, reinterpret_cast<LPARAM>(&directions));
+}
+
+// Room between a rich text box's frame and its text.
+void SetTextMargins(HWND window, UINT dpi) {
+  RECT area{};
+  GetClientRect(window, &area);
+  InflateRect(&area, -MulDiv(3, static_cast<int>(dpi), static_cast<int>(kStandardDpi)),
+              -MulDiv(1, static_cast<int>(dpi), static_cast<int>(kStandardDpi)));
+  SendMessageW(window, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&area));
+}
+
+LONG LineHeight(HWND window) {
+  TEXTMETRICW metrics{};
+  const HDC screen = GetDC(window);
+  const HGDIOBJ former =
+      SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+  GetTextMetricsW(screen, &metrics);
+  SelectObject(screen, former);
+  ReleaseDC(window, screen);
+  return metrics.tmHeight;
+}
+
+// In the middle of its place; with a scroll bar only when it needs one.
+void PlaceMessage(HWND window) {
+  ShowScrollBar(window, SB_VERT, FALSE);
+  SendMessageW(window, EM_SETRECT, 0, 0);
+  RECT area{};
+  GetClientRect(window, &area);
+  const LONG height = LineHeight(window) * static_cast<LONG>(SendMessageW(window, EM_GETLINECOUNT, 0, 0));
+  if (height > area.bottom) {
+    ShowScrollBar(window, SB_VERT, TRUE);
+    return;
+  }
+  area.top = (area.bottom - height) / 2;
+  SendMessageW(window, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&area));
+}
+
+// All paragraphs of a rich text box; its selection stays.
+void DirectRichText(HWND window, bool right_to_left) {
+  CHARRANGE selection{};
+  CHARRANGE all{0, -1};
+  PARAFORMAT2 format{};
+  format.cbSize = sizeof(format);
+  format.dwMask = PFM_RTLPARA | PFM_ALIGNMENT;
+  format.wEffects = right_to_left ? PFE_RTLPARA : 0;
+  format.wAlignment = right_to_left ? PFA_RIGHT : PFA_LEFT;
+  SendMessageW(window, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+  SendMessageW(window, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&all));
+  SendMessageW(window, EM_SETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
+  SendMessageW(window, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
 }
 
 int WidestItem(HWND window, const std::vector<Text>& items, HFONT font) {
@@ -146,10 +201,10 @@ ControlWindow::ControlWindow(Control& control, HWND dialog, int id)
   const WindowKind kind = KindOf(control);
   if (kind.window_class == nullptr) return;
   handle_ = CreateWindowExW(kind.extended_style | WS_EX_NOPARENTNOTIFY, kind.window_class, nullptr,
-                            WS_CHILD | kind.style, 0, 0, 0, 0, dialog,
+                            WS_CHILD | WS_GROUP | kind.style, 0, 0, 0, 0, dialog,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
-  if (control.kind() != ControlKind::kTextBox) return;
-  if (static_cast<const TextBox&>(control).style() == TextBox::Style::kRichText) {
+  if (!IsTextBox(control)) return;
+  if (IsRichText()) {
     PrepareRichText(handle_);
   } else {
     SendMessageW(handle_, EM_SETLIMITTEXT, 0, 0);
@@ -157,9 +212,11 @@ ControlWindow::ControlWindow(Control& control, HWND dialog, int id)
 }
 
 bool ControlWindow::HasLines() const {
-  if (control_->kind() != ControlKind::kTextBox) return false;
-  const auto style = static_cast<const TextBox*>(control_)->style();
-  return style == TextBox::Style::kMultiLine || style == TextBox::Style::kRichText;
+  return IsTextBox(*control_) && quorvel::HasLines(static_cast<const TextBox&>(*control_));
+}
+
+bool ControlWindow::IsRichText() const {
+  return HasLines() && !IsMessage(static_cast<const TextBox&>(*control_));
 }
 
 void ControlWindow::Place(const DialogMetrics& metrics) {
@@ -183,6 +240,11 @@ void ControlWindow::Place(const DialogMetrics& metrics) {
   SetWindowPos(handle_, nullptr, static_cast<int>(place.left), static_cast<int>(place.top),
                static_cast<int>(place.right - place.left), static_cast<int>(place.bottom - place.top),
                SWP_NOZORDER | SWP_NOACTIVATE);
+  if (IsRichText()) {
+    SetTextMargins(handle_, metrics.dpi());
+  } else if (HasLines()) {
+    PlaceMessage(handle_);
+  }
 }
 
 void ControlWindow::ShowState() const {
@@ -261,29 +323,23 @@ void ControlWindow::ShowCaption() const {
   SetWindowTextW(handle_, Wide(control_->caption()));
 }
 
-void ControlWindow::ShowText() const {
+void ControlWindow::ShowText() {
   const bool box = control_->kind() == ControlKind::kTextBox;
   const Text& text =
       box ? static_cast<const TextBox*>(control_)->text() : static_cast<const ComboBox*>(control_)->text();
   const Text shown = HasLines() ? WithCrLf(text) : text;
   if (ReadText() != shown) SetWindowTextW(handle_, Wide(shown));
-  ShowScrollBar();
+  if (IsRichText()) {
+    ShowDirection(shown);
+  } else if (HasLines()) {
+    PlaceMessage(handle_);
+  }
 }
 
-// A text to be read, such as a message, has a scroll bar only when it needs one.
-void ControlWindow::ShowScrollBar() const {
-  if (!HasLines() || !static_cast<const TextBox*>(control_)->read_only()) return;
-  RECT area{};
-  SendMessageW(handle_, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&area));
-  TEXTMETRICW metrics{};
-  const HDC screen = GetDC(handle_);
-  const HGDIOBJ former =
-      SelectObject(screen, reinterpret_cast<HFONT>(SendMessageW(handle_, WM_GETFONT, 0, 0)));
-  GetTextMetricsW(screen, &metrics);
-  SelectObject(screen, former);
-  ReleaseDC(handle_, screen);
-  const LRESULT lines = SendMessageW(handle_, EM_GETLINECOUNT, 0, 0);
-  ::ShowScrollBar(handle_, SB_VERT, lines * metrics.tmHeight > area.bottom - area.top ? TRUE : FALSE);
+void ControlWindow::ShowDirection(const Text& text) {
+  if (!IsRichText()) return;
+  const bool right_to_left = StartsRightToLeft(text);
+  if (std::exchange(right_to_left_, right_to_left) != right_to_left) DirectRichText(handle_, right_to_left);
 }
 
 void ControlWindow::ShowValue() const {
@@ -305,7 +361,7 @@ void ControlWindow::ShowValue() const {
   }
 }
 
-void ControlWindow::ShowItems(const DialogMetrics& metrics) const {
+void ControlWindow::ShowItems(const DialogMetrics& metrics) {
   const auto& combo = static_cast<const ComboBox&>(*control_);
   SendMessageW(handle_, WM_SETREDRAW, FALSE, 0);
   SendMessageW(handle_, CB_RESETCONTENT, 0, 0);
@@ -320,7 +376,7 @@ void ControlWindow::ShowItems(const DialogMetrics& metrics) const {
   InvalidateRect(handle_, nullptr, TRUE);
 }
 
-void ControlWindow::ShowListIndex() const {
+void ControlWindow::ShowListIndex() {
   const auto& combo = static_cast<const ComboBox&>(*control_);
   if (SendMessageW(handle_, CB_GETCURSEL, 0, 0) != combo.list_index()) {
     SendMessageW(handle_, CB_SETCURSEL, static_cast<WPARAM>(combo.list_index()), 0);

@@ -27,20 +27,23 @@ class ControlWindow {
   void Show(Property property, const DialogMetrics& metrics);
   // The text that the user has put into the window.
   [[nodiscard]] Text ReadText() const;
+  // Lets the text of a rich text box run as its first letter does.
+  void ShowDirection(const Text& text);
 
  private:
+  [[nodiscard]] bool IsRichText() const;
   void ShowCaption() const;
-  void ShowText() const;
+  void ShowText();
   void ShowValue() const;
-  void ShowItems(const DialogMetrics& metrics) const;
-  void ShowListIndex() const;
+  void ShowItems(const DialogMetrics& metrics);
+  void ShowListIndex();
   void ShowTimer() const;
-  void ShowScrollBar() const;
 
   Control* control_;
   HWND dialog_;
   int id_;
   HWND handle_ = nullptr;
+  bool right_to_left_ = false;
 };
 
 }  // namespace quorvel

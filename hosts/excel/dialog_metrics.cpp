@@ -67,7 +67,7 @@ RECT DialogMetrics::Pixels(const Bounds& bounds) const {
 }
 
 LONG DialogMetrics::FieldHeight() const {
-  return unit_y_ + MulDiv(8, static_cast<int>(dpi_), static_cast<int>(kStandardDpi));
+  return unit_y_ + 8;  // as high as a combo box makes itself, whatever the resolution
 }
 
 SIZE DialogMetrics::WindowSize(int width, int height, DWORD style, DWORD extended_style) const {

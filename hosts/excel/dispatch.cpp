@@ -36,18 +36,18 @@ bool AutomationObject::Has(std::wstring_view member) const {
   return SUCCEEDED(result);
 }
 
-Variant AutomationObject::Invoke(std::wstring_view member, WORD kind, DISPPARAMS& parameters) const {
-  const DISPID id = Find(member);
+Variant AutomationObject::Invoke(DISPID member, WORD kind, DISPPARAMS& parameters) const {
+  if (!object_) throw ObjectNotSet();
   Variant answer;
   EXCEPINFO raised{};
   UINT wrong_argument = 0;
-  const HRESULT result = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
+  const HRESULT result = object_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
                                          answer.Receive(), &raised, &wrong_argument);
   if (FAILED(result)) throw ErrorOfCall(result, raised);
   return answer;
 }
 
-Variant AutomationObject::InvokeWith(std::wstring_view member, WORD kind, Arguments arguments) const {
+Variant AutomationObject::InvokeWith(DISPID member, WORD kind, Arguments arguments) const {
   // Last argument first; the variants stay the caller's.
   std::array<VARIANT, kMostArguments> reversed{};
   if (arguments.size() > reversed.size()) throw InvalidCall();
@@ -58,7 +58,12 @@ Variant AutomationObject::InvokeWith(std::wstring_view member, WORD kind, Argume
 }
 
 Variant AutomationObject::Get(std::wstring_view member, Arguments arguments) const {
-  return InvokeWith(member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, arguments);
+  return InvokeWith(Find(member), DISPATCH_PROPERTYGET | DISPATCH_METHOD, arguments);
+}
+
+Variant AutomationObject::Get(Member& member, Arguments arguments) const {
+  if (!member.id_) member.id_ = Find(member.name_);
+  return InvokeWith(*member.id_, DISPATCH_PROPERTYGET | DISPATCH_METHOD, arguments);
 }
 
 AutomationObject AutomationObject::GetChild(std::wstring_view member, Arguments arguments) const {
@@ -66,14 +71,14 @@ AutomationObject AutomationObject::GetChild(std::wstring_view member, Arguments 
 }
 
 Variant AutomationObject::Call(std::wstring_view member, Arguments arguments) const {
-  return InvokeWith(member, DISPATCH_METHOD, arguments);
+  return InvokeWith(Find(member), DISPATCH_METHOD, arguments);
 }
 
 void AutomationObject::Put(std::wstring_view member, const Variant& value) const {
   VARIANT argument = value.get();
   DISPID named = DISPID_PROPERTYPUT;
   DISPPARAMS parameters{&argument, &named, 1, 1};
-  Invoke(member, DISPATCH_PROPERTYPUT, parameters);
+  Invoke(Find(member), DISPATCH_PROPERTYPUT, parameters);
 }
 
 }  // namespace quorvel

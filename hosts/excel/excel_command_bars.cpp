@@ -31,7 +31,7 @@ std::unique_ptr<BarControl> ExcelBarControls::Add(const NewBarControl& control) 
       controls_.GetChild(L"Add", {Variant(static_cast<std::int32_t>(control.type)), Variant::Missing(),
                                   Variant::Missing(), before, Variant(true)});
   added.Put(L"Tag", Variant(UniqueTag()));
-  return std::make_unique<ExcelBarControl>(added);
+  return std::make_unique<ExcelBarControl>(added, owner_);
 }
 
 Text ExcelBarControl::Caption() {
@@ -69,7 +69,10 @@ void ExcelBarControl::SetEnabled(bool enabled) {
 
 void ExcelBarControl::OnClick(std::function<void()> handler) {
   events_.reset();
-  events_.emplace(control_.get(), std::move(handler));
+  events_.emplace(control_.get(), [owner = owner_, handler = std::move(handler)] {
+    const std::shared_ptr<void> keep = owner();
+    handler();
+  });
 }
 
 void ExcelBarControl::Delete() {
@@ -77,7 +80,7 @@ void ExcelBarControl::Delete() {
 }
 
 BarControls& ExcelBarControl::Children() {
-  if (!children_) children_.emplace(control_.GetChild(L"Controls"));
+  if (!children_) children_.emplace(control_.GetChild(L"Controls"), owner_);
   return *children_;
 }
 
@@ -88,18 +91,18 @@ void ExcelCommandBar::SetVisible(bool visible) {
 std::unique_ptr<BarControl> ExcelCommandBar::FindControl(BarControlType type) {
   AutomationObject found = bar_.GetChild(L"FindControl", {Variant(static_cast<std::int32_t>(type))});
   if (found.IsNothing()) return nullptr;
-  return std::make_unique<ExcelBarControl>(std::move(found));
+  return std::make_unique<ExcelBarControl>(std::move(found), owner_);
 }
 
 std::unique_ptr<CommandBar> ExcelCommandBars::Add(TextView name) {
   const AutomationObject bars = application_.GetChild(L"CommandBars");
   return std::make_unique<ExcelCommandBar>(
-      bars.GetChild(L"Add", {Variant(name), Variant::Missing(), Variant::Missing(), Variant(true)}));
+      bars.GetChild(L"Add", {Variant(name), Variant::Missing(), Variant::Missing(), Variant(true)}), owner_);
 }
 
 std::unique_ptr<CommandBar> ExcelCommandBars::MenuBar() {
   return std::make_unique<ExcelCommandBar>(
-      application_.GetChild(L"CommandBars").GetChild(L"Item", {Variant(std::int32_t{1})}));
+      application_.GetChild(L"CommandBars").GetChild(L"Item", {Variant(std::int32_t{1})}), owner_);
 }
 
 }  // namespace quorvel

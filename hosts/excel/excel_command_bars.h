@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 
 #include "hosts/excel/button_events.h"
@@ -12,20 +14,26 @@ namespace quorvel {
 // Office's command bars behind the core's interfaces, late bound. In Excel 2007 and later the controls appear
 // on the ribbon's Add-Ins tab.
 
+// Gives a share in what the click handlers work on, held while one runs: the host may disconnect meanwhile.
+using ClickOwner = std::function<std::shared_ptr<void>()>;
+
 class ExcelBarControls : public BarControls {
  public:
-  explicit ExcelBarControls(AutomationObject controls) : controls_(std::move(controls)) {}
+  ExcelBarControls(AutomationObject controls, ClickOwner owner)
+      : controls_(std::move(controls)), owner_(std::move(owner)) {}
 
   [[nodiscard]] int Count() override;
   std::unique_ptr<BarControl> Add(const NewBarControl& control) override;
 
  private:
   AutomationObject controls_;
+  ClickOwner owner_;
 };
 
 class ExcelBarControl : public BarControl {
  public:
-  explicit ExcelBarControl(AutomationObject control) : control_(std::move(control)) {}
+  ExcelBarControl(AutomationObject control, ClickOwner owner)
+      : control_(std::move(control)), owner_(std::move(owner)) {}
 
   [[nodiscard]] Text Caption() override;
   void SetCaption(TextView caption) override;
@@ -41,13 +49,15 @@ class ExcelBarControl : public BarControl {
 
  private:
   AutomationObject control_;
+  ClickOwner owner_;
   std::optional<ExcelBarControls> children_;
   std::optional<ButtonEvents> events_;
 };
 
 class ExcelCommandBar : public CommandBar {
  public:
-  explicit ExcelCommandBar(const AutomationObject& bar) : bar_(bar), controls_(bar.GetChild(L"Controls")) {}
+  ExcelCommandBar(const AutomationObject& bar, const ClickOwner& owner)
+      : bar_(bar), owner_(owner), controls_(bar.GetChild(L"Controls"), owner) {}
 
   [[nodiscard]] BarControls& Controls() override { return controls_; }
   void SetVisible(bool visible) override;
@@ -55,18 +65,21 @@ class ExcelCommandBar : public CommandBar {
 
  private:
   AutomationObject bar_;
+  ClickOwner owner_;
   ExcelBarControls controls_;
 };
 
 class ExcelCommandBars : public CommandBars {
  public:
-  explicit ExcelCommandBars(AutomationObject application) : application_(std::move(application)) {}
+  ExcelCommandBars(AutomationObject application, ClickOwner owner)
+      : application_(std::move(application)), owner_(std::move(owner)) {}
 
   std::unique_ptr<CommandBar> Add(TextView name) override;
   [[nodiscard]] std::unique_ptr<CommandBar> MenuBar() override;
 
  private:
   AutomationObject application_;
+  ClickOwner owner_;
 };
 
 }  // namespace quorvel

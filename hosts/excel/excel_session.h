@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "addin/Connect.h"
 #include "hosts/excel/ado_recordset.h"
 #include "hosts/excel/excel_workbook.h"
@@ -12,10 +14,12 @@
 
 namespace quorvel {
 
-// Everything that lives from the host's connection to its disconnection, wired together.
-struct ExcelSession {
+// Everything that lives from the host's connection to its disconnection, or to the end of the command that
+// runs then, wired together.
+struct ExcelSession : std::enable_shared_from_this<ExcelSession> {
   explicit ExcelSession(const ComPtr<IDispatch>& host)
-      : application(host), forms([this] { return application.Window(); }) {}
+      : application(host, [this] { return shared_from_this(); }),
+        forms([this] { return application.Window(); }) {}
 
   ExcelApplication application;
   Win32Forms forms;

@@ -20,9 +20,9 @@ std::int32_t LastOf(const AutomationObject& used, std::wstring_view first, std::
 
 }  // namespace
 
-AutomationObject ExcelSheet::Range(const CellAddress& address) const {
+AutomationObject ExcelSheet::Range(const CellAddress& address) {
   CheckAddress(address);
-  return sheet_.GetChild(L"Range", {Variant(A1(address))});
+  return AutomationObject(sheet_.Get(range_, {Variant(A1(address))}).ToObject());
 }
 
 std::int32_t ExcelSheet::UsedRows() {
@@ -38,11 +38,11 @@ std::int32_t ExcelSheet::RowLimit() {
 }
 
 CellValue ExcelSheet::Value(const CellAddress& address) {
-  return ToCellValue(Range(address).Get(L"Value").get());
+  return ToCellValue(Range(address).Get(value_).get());
 }
 
 Text ExcelSheet::CellText(const CellAddress& address) {
-  return ToText(ToCellValue(Range(address).Get(L"Text").get()));
+  return ToText(ToCellValue(Range(address).Get(text_).get()));
 }
 
 void ExcelSheet::SelectColumn(std::int32_t column) {

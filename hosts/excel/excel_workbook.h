@@ -23,9 +23,12 @@ class ExcelSheet : public Sheet {
   void BoldCell(const CellAddress& address) override;
 
  private:
-  [[nodiscard]] AutomationObject Range(const CellAddress& address) const;
+  [[nodiscard]] AutomationObject Range(const CellAddress& address);
 
   AutomationObject sheet_;
+  Member range_{L"Range"};
+  Member value_{L"Value"};
+  Member text_{L"Text"};
 };
 
 class ExcelWorkbook : public Workbook {
@@ -46,8 +49,8 @@ class ExcelWorkbook : public Workbook {
 
 class ExcelApplication : public Application {
  public:
-  explicit ExcelApplication(const ComPtr<IDispatch>& application)
-      : application_(application), bars_(application_) {}
+  ExcelApplication(const ComPtr<IDispatch>& application, ClickOwner owner)
+      : application_(application), bars_(application_, std::move(owner)) {}
 
   [[nodiscard]] std::unique_ptr<Workbook> ActiveWorkbook() override;
   [[nodiscard]] CommandBars& Bars() override { return bars_; }

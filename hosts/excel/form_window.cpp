@@ -73,27 +73,12 @@ void FormWindow::CreateControls() {
     const bool is_default = control->kind() == ControlKind::kButton &&
                             static_cast<Button*>(control)->role() == Button::Role::kDefault;
     if (is_default) SendMessageW(dialog_, DM_SETDEFID, changed_.size() - 1 + kFirstId, 0);
-    if (control->kind() == ControlKind::kTextBox) {
-      SetWindowSubclass(controls_.back().handle(), BoxProcedure, changed_.size() - 1,
+    if (control->kind() == ControlKind::kTextBox || control->kind() == ControlKind::kOptionButton) {
+      SetWindowSubclass(controls_.back().handle(), ControlProcedure, changed_.size() - 1,
                         reinterpret_cast<DWORD_PTR>(this));
     }
   }
   any_changed_ = true;
-  MarkGroups();
-}
-
-// The arrow keys move among the option buttons that follow one another in the same frame.
-void FormWindow::MarkGroups() {
-  const Control* previous = nullptr;
-  for (const ControlWindow& window : controls_) {
-    const Control& control = window.control();
-    if (control.kind() == ControlKind::kOptionButton &&
-        (previous == nullptr || previous->kind() != ControlKind::kOptionButton ||
-         previous->frame() != control.frame())) {
-      SetWindowLongPtrW(window.handle(), GWL_STYLE, GetWindowLongPtrW(window.handle(), GWL_STYLE) | WS_GROUP);
-    }
-    previous = &control;
-  }
 }
 
 void FormWindow::Place(const RECT* suggested) {
@@ -178,9 +163,7 @@ void FormWindow::MoveFocus(HWND window) {
   } else if (in_focus_event_) {
     PostMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window), TRUE);
   } else {
-    moving_focus_ = true;
     SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window), TRUE);
-    moving_focus_ = false;
   }
 }
 
@@ -190,22 +173,6 @@ void FormWindow::Closed() {
   SetWindowLongPtrW(dialog, DWLP_USER, 0);
   block_.reset();  // before the window goes, so that the next one in line becomes active
   DestroyWindow(dialog);
-}
-
-bool FormWindow::Translate(MSG& message) {
-  if (dialog_ == nullptr || (message.hwnd != dialog_ && IsChild(dialog_, message.hwnd) == FALSE))
-    return false;
-  if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) {
-    // A box of several lines would close the window instead.
-    const auto box = std::find_if(controls_.begin(), controls_.end(), [&](const ControlWindow& window) {
-      return window.handle() == message.hwnd && window.HasLines();
-    });
-    if (box != controls_.end()) {
-      SendMessageW(dialog_, WM_COMMAND, IDCANCEL, 0);
-      return true;
-    }
-  }
-  return IsDialogMessageW(dialog_, &message) != FALSE;
 }
 
 }  // namespace quorvel

@@ -45,8 +45,8 @@ class FormWindow : public FormView, public std::enable_shared_from_this<FormWind
 
  private:
   static INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM first, LPARAM second);
-  static LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
-                                       DWORD_PTR window);
+  static LRESULT CALLBACK ControlProcedure(HWND control, UINT message, WPARAM first, LPARAM second,
+                                           UINT_PTR index, DWORD_PTR window);
 
   // Control ids begin above those of Enter and Escape, IDOK and IDCANCEL.
   static constexpr int kFirstId = 100;
@@ -61,9 +61,9 @@ class FormWindow : public FormView, public std::enable_shared_from_this<FormWind
   void Escape();
   void Focused(Control& control);
   void CreateControls();
-  void MarkGroups();
   void Place(const RECT* suggested);
   void MoveFocus(HWND window);
+  bool ChooseByArrow(const MSG& key);
   [[nodiscard]] HWND FirstFocus() const;
   [[nodiscard]] HWND WindowOf(const Control& control) const;
 
@@ -77,7 +77,7 @@ class FormWindow : public FormView, public std::enable_shared_from_this<FormWind
   bool any_changed_ = false;
   bool showing_ = false;         // Flush is at work: notifications are echoes
   bool in_focus_event_ = false;  // the focus may not be moved now
-  bool moving_focus_ = false;    // by the form, not by the user
+  bool taking_focus_ = false;    // a control is: an option button then says that it was clicked
   HWND focus_ = nullptr;         // gets the focus when the window is active again
   std::optional<InputBlock> block_;
 };

@@ -1,5 +1,6 @@
 // The user's half of FormWindow: window messages become the form's events.
 
+#include <algorithm>
 #include <utility>
 
 #include "hosts/excel/form_window.h"
@@ -26,15 +27,18 @@ INT_PTR CALLBACK FormWindow::DialogProcedure(HWND dialog, UINT message, WPARAM f
 
 // A text box tells nobody of a click; and one of several lines must not be selected whole when Tab comes to
 // it, or the next key would replace a long text.
-LRESULT CALLBACK FormWindow::BoxProcedure(HWND box, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
-                                          DWORD_PTR window) {
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(box, BoxProcedure, id);
-  const LRESULT result = DefSubclassProc(box, message, first, second);
+LRESULT CALLBACK FormWindow::ControlProcedure(HWND control, UINT message, WPARAM first, LPARAM second,
+                                              UINT_PTR index, DWORD_PTR window) {
+  if (message == WM_NCDESTROY) RemoveWindowSubclass(control, ControlProcedure, index);
   auto* const self = reinterpret_cast<FormWindow*>(window);
-  if (message == WM_GETDLGCODE && self->controls_[id].HasLines()) return result & ~DLGC_HASSETSEL;
-  if (message == WM_LBUTTONUP) {
-    const auto keep = self->weak_from_this().lock();
-    self->Run([&] { static_cast<TextBox&>(self->controls_[id].control()).UserClick(); });
+  const auto keep = self->weak_from_this().lock();  // a handler may close the form
+  const bool outer = std::exchange(self->taking_focus_, message == WM_SETFOCUS);
+  const LRESULT result = DefSubclassProc(control, message, first, second);
+  self->taking_focus_ = outer;
+  const ControlWindow& own = self->controls_[index];
+  if (message == WM_GETDLGCODE && own.HasLines()) return result & ~DLGC_HASSETSEL;
+  if (message == WM_LBUTTONUP && own.control().kind() == ControlKind::kTextBox) {
+    self->Run([&] { static_cast<TextBox&>(own.control()).UserClick(); });
   }
   return result;
 }
@@ -61,9 +65,7 @@ INT_PTR FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       return TRUE;
     case WM_ACTIVATE:
       if (LOWORD(first) == WA_INACTIVE || focus_ == nullptr) return FALSE;
-      moving_focus_ = true;
       SendMessageW(dialog_, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(std::exchange(focus_, nullptr)), TRUE);
-      moving_focus_ = false;
       return TRUE;
     case WM_SETCURSOR:
       if (!state_.busy) return FALSE;
@@ -113,8 +115,7 @@ void FormWindow::Clicked(Control& control) const {
       return box.UserSet(!box.value());
     }
     case ControlKind::kOptionButton:
-      // The window also "clicks" itself when the focus comes to it; that is no choice.
-      if (!moving_focus_ && GetKeyState(VK_TAB) >= 0) static_cast<OptionButton&>(control).UserChoose();
+      if (!taking_focus_) static_cast<OptionButton&>(control).UserChoose();
       return;
     default:
       return;
@@ -124,7 +125,9 @@ void FormWindow::Clicked(Control& control) const {
 void FormWindow::Changed(ControlWindow& window, int notification) const {
   Control& control = window.control();
   if (control.kind() == ControlKind::kTextBox && notification == EN_CHANGE) {
-    static_cast<TextBox&>(control).UserType(window.ReadText());
+    const Text text = window.ReadText();
+    window.ShowDirection(text);
+    static_cast<TextBox&>(control).UserType(text);
   } else if (control.kind() == ControlKind::kComboBox && notification == CBN_SELCHANGE) {
     static_cast<ComboBox&>(control).UserSelect(
         static_cast<int>(SendMessageW(window.handle(), CB_GETCURSEL, 0, 0)));
@@ -142,6 +145,48 @@ void FormWindow::Escape() {
     if (cancel) return Run([&] { static_cast<Button&>(control).UserPress(); });
   }
   Run([&] { form_.UserClose(); });
+}
+
+// The arrow keys go from one option button to the next one of the same frame, whatever stands between them,
+// and choose it.
+bool FormWindow::ChooseByArrow(const MSG& key) {
+  const bool forward = key.wParam == VK_RIGHT || key.wParam == VK_DOWN;
+  if (!forward && key.wParam != VK_LEFT && key.wParam != VK_UP) return false;
+  const auto from = std::find_if(controls_.begin(), controls_.end(), [&](const ControlWindow& window) {
+    return window.handle() == key.hwnd && window.control().kind() == ControlKind::kOptionButton;
+  });
+  if (from == controls_.end()) return false;
+  std::vector<OptionButton*> group;
+  std::size_t place = 0;
+  for (const ControlWindow& window : controls_) {
+    Control& control = window.control();
+    if (control.kind() != from->control().kind() || control.frame() != from->control().frame()) continue;
+    if (!control.usable()) continue;
+    if (&control == &from->control()) place = group.size();
+    group.push_back(static_cast<OptionButton*>(&control));
+  }
+  if (group.empty()) return true;
+  OptionButton* const next = group[(place + (forward ? 1 : group.size() - 1)) % group.size()];
+  MoveFocus(WindowOf(*next));
+  Run([&] { next->UserChoose(); });
+  return true;
+}
+
+bool FormWindow::Translate(MSG& message) {
+  if (dialog_ == nullptr || (message.hwnd != dialog_ && IsChild(dialog_, message.hwnd) == FALSE))
+    return false;
+  if (message.message == WM_KEYDOWN && ChooseByArrow(message)) return true;
+  if (message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) {
+    // A box of several lines would close the window instead.
+    const auto box = std::find_if(controls_.begin(), controls_.end(), [&](const ControlWindow& window) {
+      return window.handle() == message.hwnd && window.HasLines();
+    });
+    if (box != controls_.end()) {
+      SendMessageW(dialog_, WM_COMMAND, IDCANCEL, 0);
+      return true;
+    }
+  }
+  return IsDialogMessageW(dialog_, &message) != FALSE;
 }
 
 }  // namespace quorvel

@@ -2,7 +2,7 @@
 
 namespace quorvel {
 
-InputForm::InputForm(TextView prompt, TextView title, TextView initial) : Form("InputForm", title, 270, 103) {
+InputForm::InputForm(TextView prompt, TextView title, TextView initial) : Form("InputForm", title, 270, 88) {
   prompt_.set_caption(Replace(prompt, u"&", u"&&"));  // no access keys in it
   input_.set_text(initial);
   input_.SetFocus();

@@ -7,6 +7,7 @@
 Unicode true
 !ifdef TARGET_X64
 Target amd64-unicode
+!pragma warning disable 6012 ; RunningX64 is always true then, and its other branch's label unused
 !endif
 SetCompressor /SOLID lzma
 

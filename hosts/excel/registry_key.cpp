@@ -27,7 +27,10 @@ std::optional<Text> ReadRegistryText(HKEY root, const Text& key, const Text& nam
     value.resize(bytes / sizeof(wchar_t) + 1);
     bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
     status = RegGetValueW(root, Wide(key), Wide(name), RRF_RT_REG_SZ, nullptr, value.data(), &bytes);
-    if (status == ERROR_SUCCESS) return FromWide(value.c_str());
+    if (status != ERROR_SUCCESS) continue;
+    value.resize(bytes / sizeof(wchar_t));
+    if (value.ends_with(L'\0')) value.pop_back();
+    return FromWide(value);
   }
   return std::nullopt;
 }

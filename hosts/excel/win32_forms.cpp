@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "hosts/excel/input_form.h"
+#include "hosts/excel/reading_order.h"
 #include "hosts/excel/theme_scope.h"
 #include "hosts/excel/wide.h"
 
@@ -18,20 +19,6 @@ constexpr ULONGLONG kMostBudget = 4 * kRepaintInterval;
 // How long an event may wait in a tight loop of Yields; asking the system for events is not free.
 constexpr ULONGLONG kPollInterval = 10;
 constexpr int kMostMessages = 200;  // of one Yield, so that a busy host cannot hold up the caller
-
-// Whether the first letter with a direction runs from right to left.
-bool StartsRightToLeft(const Text& text) {
-  std::vector<WORD> types(text.size());
-  if (text.empty() ||
-      GetStringTypeW(CT_CTYPE2, Wide(text), static_cast<int>(text.size()), types.data()) == FALSE) {
-    return false;
-  }
-  for (const WORD type : types) {
-    if (type == C2_LEFTTORIGHT) return false;
-    if (type == C2_RIGHTTOLEFT) return true;
-  }
-  return false;
-}
 
 }  // namespace
 

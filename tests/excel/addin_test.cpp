@@ -131,13 +131,36 @@ TEST_F(AddinTest, MacrosReachTheCommandsThroughTheAddinsObject) {
   EXPECT_FALSE(MenuItem(u"Logout")->enabled);
 }
 
-TEST_F(AddinTest, AHostThatRefusesEverythingStaysUpAndGetsNoToolbar) {
-  Automation::rejection = static_cast<HRESULT>(0x800AC472);
-  stand_in_.Load(u"Quorvel.Connect");
+// Whatever call of the set-up the host turns down: no crash, and nothing of the host is held on to.
+TEST_F(AddinTest, AHostThatRefusesFromSomeCallOnStaysUpAndIsLetGo) {
+  const int living = Automation::living;
+  for (int accepted = 0; Automation::rejection == S_OK; accepted += 3) {
+    Automation::accepted = accepted;
+    Automation::rejection = static_cast<HRESULT>(0x800AC472);
+    stand_in_.Load(u"Quorvel.Connect");
+    // The rejection stays where the set-up did not need that many calls.
+    if (Automation::accepted < 0) Automation::rejection = S_OK;
+    stand_in_.Unload();
+    ASSERT_EQ(stand_in_.ForeignReferences(), 0U) << accepted;
+    ASSERT_EQ(Automation::living, living) << accepted;
+    ASSERT_EQ(GetModuleHandleW(kDll), nullptr) << accepted;
+    stand_in_.bars->bars.resize(1);
+    stand_in_.bars->bars[0]->controls.resize(3);
+  }
   Automation::rejection = S_OK;
-  EXPECT_EQ(stand_in_.bars->bars.size(), 1U);
-  stand_in_.Unload();
+}
+
+TEST_F(AddinTest, AHostThatDisconnectsUnderAnOpenFormLetsItEnd) {
+  user_.Expect(u"SMS - Login", [&](const Dialog& dialog) {
+    stand_in_.Unload();
+    EXPECT_NE(GetModuleHandleW(kDll), nullptr) << "its code is running";
+    EXPECT_GT(stand_in_.ForeignReferences(), 0U) << "so are its objects";
+    dialog.Press(u"Cancel");
+  });
+  stand_in_.Load(u"Quorvel.Connect");
+  ClickMenu(u"Login");
   EXPECT_EQ(stand_in_.ForeignReferences(), 0U);
+  EXPECT_EQ(CallDll("DllCanUnloadNow"), S_OK);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <stdexcept>
 
-#include "hosts/excel/registry_key.h"
 #include "hosts/excel/wide.h"
 
 namespace quorvel::tests {
@@ -25,8 +24,9 @@ class ApplicationObject : public Automation {
     AddProperty(L"CommandBars",
                 [&application](const Arguments&) { return NewObject<BarsObject>(application.bars); });
     AddProperty(
-        L"DisplayAlerts", [&application](const Arguments&) { return Variant(application.display_alerts); },
-        [&application](const Variant& value) { application.display_alerts = value.ToBool(); });
+        L"DisplayAlerts",
+        [&application](const Arguments&) { return Variant(application.book->display_alerts); },
+        [&application](const Variant& value) { application.book->display_alerts = value.ToBool(); });
   }
 };
 
@@ -56,46 +56,18 @@ bool LoadsAtStartUp(TextView program_id) {
          behaviour == kLoadAtStartUp;
 }
 
-std::optional<Text> UserClassText(const Text& key) {
-  return ReadRegistryText(HKEY_CURRENT_USER, uR"(Software\Classes\)" + key, u"");
+HWND MakeWindow() {
+  SetProcessDPIAware();  // as the application is
+  return CreateWindowExW(0, L"Static", L"Stand-in", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 1000, 760,
+                         nullptr, nullptr, nullptr, nullptr);
 }
 
 }  // namespace
 
-// Wine's COM knows the machine's classes only, so the user's own are looked up here.
-UserClassServer::UserClassServer(const Text& program_id) {
-  const Text clsid = UserClassText(program_id + uR"(\CLSID)").value_or(u"");
-  const Text path = UserClassText(uR"(CLSID\)" + clsid + uR"(\InprocServer32)").value_or(u"");
-  Check(CLSIDFromString(Wide(clsid), &clsid_), "CLSIDFromString");
-  dll_ = LoadLibraryW(Wide(path));
-  if (dll_ == nullptr) throw std::runtime_error("cannot load " + ToUtf8(path));
-}
-
-UserClassServer::~UserClassServer() {
-  if (Function<HRESULT STDAPICALLTYPE()>("DllCanUnloadNow")() == S_OK) FreeLibrary(dll_);
-}
-
-template <class Signature>
-Signature* UserClassServer::Function(const char* name) const {
-  return reinterpret_cast<Signature*>(reinterpret_cast<void*>(GetProcAddress(dll_, name)));
-}
-
-ComPtr<IDTExtensibility2> UserClassServer::Create() const {
-  ComPtr<IClassFactory> factory;
-  Check(Function<HRESULT STDAPICALLTYPE(REFCLSID, REFIID, void**)>("DllGetClassObject")(
-            clsid_, IID_IClassFactory, reinterpret_cast<void**>(factory.Receive())),
-        "DllGetClassObject");
-  ComPtr<IDTExtensibility2> addin;
-  Check(factory->CreateInstance(nullptr, kExtensibility, reinterpret_cast<void**>(addin.Receive())),
-        "CreateInstance");
-  return addin;
-}
-
 StandIn::StandIn()
     : book(std::make_shared<BookData>()),
       bars(std::make_shared<BarsData>()),
-      window_(CreateWindowExW(0, L"Static", L"Stand-in", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 1000, 760,
-                              nullptr, nullptr, nullptr, nullptr)),
+      window_(MakeWindow()),
       object_(ComPtr<IDispatch>::Adopt(new ApplicationObject(*this))) {
   auto menu_bar = std::make_shared<BarData>();
   menu_bar->name = u"Worksheet Menu Bar";
@@ -120,14 +92,10 @@ ULONG StandIn::ForeignReferences() const {
 void StandIn::Load(TextView program_id) {
   if (!LoadsAtStartUp(program_id)) throw std::runtime_error("the add-in is not to be loaded at start-up");
   CLSID clsid{};
-  if (SUCCEEDED(CLSIDFromProgID(Wide(Text(program_id)), &clsid))) {
-    Check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, kExtensibility,
-                           reinterpret_cast<void**>(addin_.Receive())),
-          "CoCreateInstance");
-  } else {
-    server_.emplace(Text(program_id));
-    addin_ = server_->Create();
-  }
+  Check(CLSIDFromProgID(Wide(Text(program_id)), &clsid), "CLSIDFromProgID");
+  Check(CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, kExtensibility,
+                         reinterpret_cast<void**>(addin_.Receive())),
+        "CoCreateInstance");
   entry_ = ComPtr<IDispatch>::Adopt(new AddinEntry);
   SAFEARRAY* custom = nullptr;
   Check(addin_->OnConnection(object_.get(), 1, entry_.get(), &custom), "OnConnection");
@@ -141,7 +109,6 @@ void StandIn::Unload() {
   addin_->OnDisconnection(0, &custom);
   addin_ = {};
   entry_ = {};
-  server_.reset();
   CoFreeUnusedLibrariesEx(0, 0);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 
 #include "hosts/excel/dispatch.h"
 #include "hosts/excel/extensibility.h"
@@ -9,26 +8,6 @@
 #include "tests/excel/book.h"
 
 namespace quorvel::tests {
-
-// The DLL that the user's registration names for a program id.
-class UserClassServer {
- public:
-  // Throws std::runtime_error when it is not registered or cannot be loaded.
-  explicit UserClassServer(const Text& program_id);
-  UserClassServer(const UserClassServer&) = delete;
-  UserClassServer& operator=(const UserClassServer&) = delete;
-  // Unloads the DLL if it says that it can be.
-  ~UserClassServer();
-
-  [[nodiscard]] ComPtr<IDTExtensibility2> Create() const;
-
- private:
-  template <class Signature>
-  [[nodiscard]] Signature* Function(const char* name) const;
-
-  CLSID clsid_{};
-  HMODULE dll_ = nullptr;
-};
 
 // A stand-in for the spreadsheet application: a window, a workbook in memory, command bars, and the loading
 // of add-ins by the registry. Everything happens on the thread that made it.
@@ -54,13 +33,11 @@ class StandIn {
 
   std::shared_ptr<BookData> book;  // null: no workbook is open
   std::shared_ptr<BarsData> bars;
-  bool display_alerts = true;
 
  private:
   HWND window_;
   ComPtr<IDispatch> object_;
   ComPtr<IDispatch> entry_;
-  std::optional<UserClassServer> server_;
   ComPtr<IDTExtensibility2> addin_;
 };
 

@@ -50,15 +50,6 @@ void* Automation::Find(REFIID iid) {
   return nullptr;
 }
 
-HRESULT Automation::GetTypeInfoCount(UINT* count) {
-  *count = 0;
-  return S_OK;
-}
-
-HRESULT Automation::GetTypeInfo(UINT /*index*/, LCID /*locale*/, ITypeInfo** /*info*/) {
-  return DISP_E_BADINDEX;
-}
-
 HRESULT Automation::GetIDsOfNames(REFIID /*reserved*/, LPOLESTR* names, UINT /*count*/, LCID /*locale*/,
                                   DISPID* ids) {
   const auto found = std::find_if(members_.begin(), members_.end(),
@@ -77,7 +68,7 @@ Variant Automation::Call(const Member& member, WORD kind, const DISPPARAMS& para
 HRESULT Automation::Invoke(DISPID member, REFIID /*reserved*/, LCID /*locale*/, WORD kind,
                            DISPPARAMS* arguments, VARIANT* answer, EXCEPINFO* raised,
                            UINT* /*wrong_argument*/) {
-  if (rejection != S_OK) return rejection;
+  if (rejection != S_OK && --accepted < 0) return rejection;
   if (member < 1 || member > static_cast<DISPID>(members_.size())) return DISP_E_MEMBERNOTFOUND;
   const ComPtr<Automation> keep(this);
   try {

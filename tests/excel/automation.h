@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/excel/com_object.h"
+#include "hosts/excel/untyped_dispatch.h"
 #include "hosts/excel/variant.h"
 
 namespace quorvel::tests {
@@ -13,7 +13,7 @@ namespace quorvel::tests {
 // An object of the stand-in application: members by name, called late bound. A member that throws
 // RuntimeError raises it as the application does, by an exception with result code 0x800A0000 plus its
 // number.
-class Automation : public ComObject<IDispatch, IConnectionPointContainer> {
+class Automation : public UntypedDispatch<IDispatch, IConnectionPointContainer> {
  public:
   // The arguments of one call, in order; those that were left out are empty.
   class Arguments {
@@ -30,11 +30,15 @@ class Automation : public ComObject<IDispatch, IConnectionPointContainer> {
   using Setter = std::function<void(const Variant&)>;
 
   // The result code of calls that the application turns down as a whole, such as 0x800AC472 while a cell is
-  // being edited; S_OK for none.
+  // being edited; S_OK for none. The first `accepted` calls go through all the same.
   static inline HRESULT rejection = S_OK;
+  static inline int accepted = 0;
+  // The objects that exist.
+  static inline int living = 0;
 
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
+  Automation() { ++living; }
+  ~Automation() override { --living; }
+
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
                                           DISPID* ids) override;
   HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID locale, WORD kind,

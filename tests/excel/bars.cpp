@@ -29,7 +29,7 @@ class ClickPoint : public ComObject<IConnectionPoint> {
     // The application asks for the event interface itself.
     auto events = ComPtr<IUnknown>(sink).As<IDispatch>(kButtonEvents);
     if (!events) return CONNECT_E_CANNOTCONNECT;
-    *cookie = ++last_cookie_;
+    *cookie = ++last_cookie;
     control_->sinks[*cookie] = std::move(events);
     return S_OK;
   }
@@ -44,7 +44,7 @@ class ClickPoint : public ComObject<IConnectionPoint> {
   }
 
  private:
-  static inline DWORD last_cookie_ = 0;
+  static inline DWORD last_cookie = 0;
   std::shared_ptr<ControlData> control_;
 };
 
@@ -53,7 +53,7 @@ std::vector<std::uint32_t> ReadBitmap(UINT format) {
   if (data == nullptr) return {};
   const auto* const header = static_cast<const BITMAPINFOHEADER*>(GlobalLock(data));
   const auto* const first = reinterpret_cast<const std::uint32_t*>(header + 1);
-  std::vector<std::uint32_t> pixels(first, first + header->biWidth * header->biHeight);
+  std::vector<std::uint32_t> pixels(first, first + std::ptrdiff_t{header->biWidth} * header->biHeight);
   GlobalUnlock(data);
   return pixels;
 }
@@ -81,7 +81,7 @@ class ControlsObject : public Automation {
 // A control; `list` is where it lives.
 class ControlObject : public Automation {
  public:
-  ControlObject(std::shared_ptr<ControlData> control, std::function<ControlList&()> list)
+  ControlObject(std::shared_ptr<ControlData> control, const std::function<ControlList&()>& list)
       : control_(std::move(control)) {
     AddText(L"Caption", control_->caption);
     AddText(L"Tag", control_->tag);
@@ -213,7 +213,7 @@ void Click(const BarsData& bars, const std::shared_ptr<ControlData>& control) {
   }
 }
 
-BarsObject::BarsObject(std::shared_ptr<BarsData> bars) {
+BarsObject::BarsObject(const std::shared_ptr<BarsData>& bars) {
   // Add(Name, Position, MenuBar, Temporary)
   AddFunction(L"Add", [bars](const Arguments& arguments) {
     auto bar = std::make_shared<BarData>();

@@ -47,7 +47,7 @@ void Click(const BarsData& bars, const std::shared_ptr<ControlData>& control);
 // The application's CommandBars collection.
 class BarsObject : public Automation {
  public:
-  explicit BarsObject(std::shared_ptr<BarsData> bars);
+  explicit BarsObject(const std::shared_ptr<BarsData>& bars);
 };
 
 }  // namespace quorvel::tests

@@ -108,12 +108,13 @@ class RangeObject : public Automation {
   }
 
   // As typing does: text that reads as a number becomes one, except in a cell of text format; a leading
-  // apostrophe marks text and is not part of it.
+  // apostrophe marks text and is not part of it; an empty text empties the cell.
   void Set(Cell& cell, const Variant& value) {
     CheckWritable();
     cell.value = value;
     if (value.get().vt != VT_BSTR) return;
     const Text text = value.ToText();
+    if (text.empty()) cell.value = Variant();
     if (text.starts_with(u'\'')) {
       cell.value = Variant(TextView(text).substr(1));
     } else if (cell.format != u"@" && IsNumeric(TextView(text))) {
@@ -136,6 +137,7 @@ class SheetObject : public Automation {
       return Variant();
     });
     AddFunction(L"Delete", [this](const Arguments&) {
+      book_->asked_to_delete = book_->asked_to_delete || book_->display_alerts;
       std::erase(book_->sheets, sheet_);
       if (book_->active == sheet_) book_->active = book_->sheets.front();
       return Variant(true);
@@ -214,7 +216,7 @@ std::shared_ptr<SheetData> BookData::Add(TextView name) {
   return sheet;
 }
 
-BookObject::BookObject(std::shared_ptr<BookData> book) {
+BookObject::BookObject(const std::shared_ptr<BookData>& book) {
   AddProperty(L"ActiveSheet", [book](const Arguments&) {
     return book->active ? NewObject<SheetObject>(book, book->active) : Nothing();
   });

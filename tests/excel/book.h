@@ -33,6 +33,9 @@ struct SheetData {
 struct BookData {
   std::vector<std::shared_ptr<SheetData>> sheets;
   std::shared_ptr<SheetData> active;
+  bool display_alerts = true;  // the application's
+  bool asked_to_delete =
+      false;  // the user was, as always before a sheet is deleted while alerts are displayed
 
   std::shared_ptr<SheetData> Add(TextView name);
 };
@@ -40,7 +43,7 @@ struct BookData {
 // The workbook's own object, with the members of the application's object model that deal with cells.
 class BookObject : public Automation {
  public:
-  explicit BookObject(std::shared_ptr<BookData> book);
+  explicit BookObject(const std::shared_ptr<BookData>& book);
 };
 
 }  // namespace quorvel::tests

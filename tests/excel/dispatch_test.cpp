@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "hosts/excel/automation_error.h"
-#include "platform/runtime_error.h"
 #include "tests/excel/automation.h"
+#include "tests/platform/expect_error.h"
 
 namespace quorvel::tests {
 namespace {
@@ -31,15 +31,6 @@ class Calculator : public Automation {
  private:
   Variant memory_;
 };
-
-int NumberOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 class DispatchTest : public testing::Test {
  protected:
@@ -79,21 +70,21 @@ TEST_F(DispatchTest, NumbersOfTheHostsOwnKindsAreNumbersAndNullIsEmpty) {
   EXPECT_EQ(ToCellValue(value), CellValue(2.5));
   value.vt = VT_DISPATCH;
   value.pdispVal = nullptr;
-  EXPECT_EQ(NumberOf([&] { static_cast<void>(ToCellValue(value)); }), 13);
+  EXPECT_EQ(ErrorOf([&] { return ToCellValue(value); }), 13);
 }
 
 TEST_F(DispatchTest, FailuresHaveTheRuntimesNumbers) {
-  EXPECT_EQ(NumberOf([&] { object_.Call(L"Missing"); }), 438);
-  EXPECT_EQ(NumberOf([&] { object_.Put(L"Self", Variant(1)); }), 438);
-  EXPECT_EQ(NumberOf([&] { object_.Call(L"Fail", {Variant(1004)}); }), 1004);
-  EXPECT_EQ(NumberOf([&] { object_.Call(L"Fail", {Variant(-2147217887)}); }), -2147217887);
-  EXPECT_EQ(NumberOf([&] { object_.Call(L"Fail", {Variant(5)}); }), 5);
-  EXPECT_EQ(NumberOf([&] { object_.GetChild(L"None").Call(L"Anything"); }), 91);
-  EXPECT_EQ(NumberOf([&] { object_.GetChild(L"Memory").Call(L"Anything"); }), 91);
+  EXPECT_EQ(ErrorOf([&] { return object_.Call(L"Missing"); }), 438);
+  EXPECT_EQ(ErrorOf([&] { object_.Put(L"Self", Variant(1)); }), 438);
+  EXPECT_EQ(ErrorOf([&] { return object_.Call(L"Fail", {Variant(1004)}); }), 1004);
+  EXPECT_EQ(ErrorOf([&] { return object_.Call(L"Fail", {Variant(-2147217887)}); }), -2147217887);
+  EXPECT_EQ(ErrorOf([&] { return object_.Call(L"Fail", {Variant(5)}); }), 5);
+  EXPECT_EQ(ErrorOf([&] { return object_.GetChild(L"None").Call(L"Anything"); }), 91);
+  EXPECT_EQ(ErrorOf([&] { return object_.GetChild(L"Memory").Call(L"Anything"); }), 91);
   object_.Put(L"Memory", Variant(1));
-  EXPECT_EQ(NumberOf([&] { static_cast<void>(object_.GetChild(L"Memory")); }), 424);
+  EXPECT_EQ(ErrorOf([&] { return object_.GetChild(L"Memory"); }), 424);
   Automation::rejection = static_cast<HRESULT>(0x800AC472);
-  EXPECT_EQ(NumberOf([&] { object_.Call(L"Subtract", {Variant(7)}); }), 50290);
+  EXPECT_EQ(ErrorOf([&] { return object_.Call(L"Subtract", {Variant(7)}); }), 50290);
 }
 
 TEST_F(DispatchTest, ARaisedErrorKeepsItsOwnWords) {

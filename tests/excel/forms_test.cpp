@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 
+#include "addin/common/alert.h"
 #include "hosts/excel/wide.h"
 #include "hosts/excel/win32_forms.h"
 #include "platform/runtime_error.h"
@@ -31,9 +32,10 @@ class SampleForm : public Form {
   TextBox notes{*this, "notes", {70, 24, 120, 30}, TextBox::Style::kRichText};
   Label choice_label{*this, "choice_label", {8, 60, 60, 10}, u"Choice"};
   ComboBox choice{*this, "choice", {70, 58, 60, 14}};
-  OptionButton one{*this, "one", {8, 78, 60, 10}, u"One"};
-  OptionButton two{*this, "two", {70, 78, 60, 10}, u"Two"};
-  CheckBox loud{*this, "loud", {8, 94, 60, 10}, u"Loud"};
+  OptionButton one{*this, "one", {8, 78, 40, 10}, u"One"};
+  TextBox detail{*this, "detail", {50, 76, 40, 14}};
+  OptionButton two{*this, "two", {100, 78, 40, 10}, u"T&wo"};
+  CheckBox loud{*this, "loud", {8, 94, 60, 10}, u"&Loud"};
   Frame extras{*this, "extras", {8, 106, 180, 28}, u"Extras"};
   TextBox extra{extras, "extra", {14, 116, 60, 12}};
   Button accept{*this, "accept", {60, 140, 50, 14}, u"Accept", Button::Role::kDefault};
@@ -90,37 +92,103 @@ TEST_F(Win32FormsTest, TypedTextAndChoicesReachTheFormAndItsChangesTheWindow) {
   EXPECT_TRUE(form_.accepted);
 }
 
-TEST_F(Win32FormsTest, TabEnterAndEscapeDoWhatADialogDoes) {
+TEST_F(Win32FormsTest, TabVisitsEveryControlInOrderAndChangesNothing) {
   form_.name_box.SetFocus();
-  user_.Expect(u"Sample", [&](const Dialog& dialog) {
-    EXPECT_EQ(GetFocus(), dialog.Field(u"Name"));
-    dialog.PressKey(VK_TAB);
-    user_.Then([&, dialog] {
-      EXPECT_EQ(GetFocus(), dialog.Field(u"Notes"));
-      EXPECT_EQ(form_.active_control(), &form_.notes);
+  std::string visited;
+  const std::function<void(Dialog)> visit = [&](Dialog dialog) {
+    visited += std::string(form_.active_control()->name()) + " ";
+    if (form_.active_control() == &form_.notes) {
       CHARRANGE selected{};
       SendMessageW(GetFocus(), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selected));
       EXPECT_EQ(selected.cpMin, selected.cpMax) << "the next key would replace it all";
-      dialog.PressKey(VK_TAB);
+    }
+    if (form_.active_control() == &form_.leave) return dialog.PressKey(VK_RETURN);
+    dialog.PressKey(VK_TAB);
+    user_.Then([&visit, dialog] { visit(dialog); });
+  };
+  user_.Expect(u"Sample", visit);
+  forms_.ShowModal(form_);
+  EXPECT_EQ(visited, "name_box notes choice one detail two loud extra accept leave ");
+  EXPECT_FALSE(form_.one.value() || form_.two.value() || form_.loud.value());
+  EXPECT_FALSE(form_.accepted) << "Enter presses the button that has the focus";
+}
+
+TEST_F(Win32FormsTest, ArrowKeysChooseAmongTheOptionButtonsOfAFrame) {
+  form_.one.SetFocus();
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    EXPECT_FALSE(form_.one.value());
+    dialog.PressKey(VK_DOWN);
+    user_.Then([&, dialog] {
+      EXPECT_TRUE(form_.two.value()) << "whatever stands in between";
+      EXPECT_EQ(GetFocus(), dialog.Button(u"Two"));
+      dialog.PressKey(VK_RIGHT);
       user_.Then([&, dialog] {
-        EXPECT_EQ(GetFocus(), dialog.Field(u"Choice")) << "a text of several lines keeps no Tab for itself";
+        EXPECT_TRUE(form_.one.value());
+        EXPECT_EQ(GetFocus(), dialog.Button(u"One"));
         dialog.PressKey(VK_RETURN);
       });
     });
   });
   forms_.ShowModal(form_);
   EXPECT_TRUE(form_.accepted) << "Enter presses the default button";
+}
 
-  SampleForm second;
-  second.may_close = false;
-  second.notes.SetFocus();
+TEST_F(Win32FormsTest, AccessKeysReachFieldsByTheirLabelsAndPressButtons) {
+  form_.choice.SetFocus();
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    dialog.PressAccessKey(u'l');
+    dialog.PressAccessKey(u'w');
+    dialog.PressAccessKey(u'o');
+    user_.Then([&, dialog] {
+      EXPECT_TRUE(form_.loud.value());
+      EXPECT_TRUE(form_.two.value());
+      EXPECT_EQ(GetFocus(), dialog.Field(u"Notes"));
+      dialog.PressKey(VK_RETURN);
+      user_.Then([&, dialog] {
+        EXPECT_EQ(form_.notes.text(), u"\r\none\r\ntwo") << "in a text of several lines Enter is a line end";
+        dialog.PressKey(VK_ESCAPE);
+      });
+    });
+  });
+  forms_.ShowModal(form_);
+  EXPECT_FALSE(form_.accepted);
+  EXPECT_FALSE(form_.loaded()) << "Escape presses the cancel button";
+}
+
+TEST_F(Win32FormsTest, AFormMayRefuseToClose) {
+  form_.may_close = false;
   user_.Expect(u"Sample", [&](const Dialog& dialog) {
     SendMessageW(dialog.window(), WM_CLOSE, 0, 0);
-    EXPECT_TRUE(second.loaded()) << "the form refused";
-    dialog.PressKey(VK_ESCAPE);
+    EXPECT_TRUE(form_.loaded());
+    dialog.Press(u"Leave");
   });
-  forms_.ShowModal(second);
-  EXPECT_FALSE(second.accepted);
+  forms_.ShowModal(form_);
+}
+
+bool RunsRightToLeft(HWND box) {
+  PARAFORMAT2 format{};
+  format.cbSize = sizeof(format);
+  SendMessageW(box, EM_GETPARAFORMAT, 0, reinterpret_cast<LPARAM>(&format));
+  return (format.wEffects & PFE_RTLPARA) != 0 && format.wAlignment == PFA_RIGHT;
+}
+
+TEST_F(Win32FormsTest, ATextRunsAsItsFirstLetterDoes) {
+  form_.notes.set_text(u"1) \u0645\u0631\u062D\u0628\u0627\nabc");
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    EXPECT_TRUE(RunsRightToLeft(dialog.Field(u"Notes")));
+    dialog.Type(u"Notes", u"abc \u05D0");
+    EXPECT_FALSE(RunsRightToLeft(dialog.Field(u"Notes")));
+    dialog.Type(u"Notes", u"\u05D0 abc");
+    EXPECT_TRUE(RunsRightToLeft(dialog.Field(u"Notes")));
+    EXPECT_EQ(form_.notes.text(), u"\u05D0 abc");
+    dialog.Press(u"Leave");
+  });
+  forms_.ShowModal(form_);
+  user_.Expect(u"Alert", [](const Dialog& dialog) {
+    EXPECT_NE(GetWindowLongPtrW(dialog.FieldOfClass(L"Edit"), GWL_EXSTYLE) & WS_EX_RTLREADING, 0);
+    dialog.Press(u"OK");
+  });
+  ShowAlert(forms_, u"\u05E9\u05DC\u05D5\u05DD", kInformation, u"Alert");
 }
 
 TEST_F(Win32FormsTest, AControlOutOfReachTakesNoFocusAndHidesWithItsFrame) {
@@ -252,7 +320,8 @@ TEST_F(Win32FormsTest, AWindowMovedToADenserMonitorGrowsWithItsControls) {
     RECT before{};
     GetWindowRect(dialog.Button(u"Accept"), &before);
     RECT suggested{10, 10, 600, 500};
-    SendMessageW(dialog.window(), 0x02E0, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&suggested));
+    const UINT dpi = 2 * DpiOf(dialog.window());
+    SendMessageW(dialog.window(), 0x02E0, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&suggested));
     RECT after{};
     GetWindowRect(dialog.Button(u"Accept"), &after);
     EXPECT_GT(after.right - after.left, (before.right - before.left) * 3 / 2);

@@ -104,7 +104,7 @@ class WinInetTest : public testing::Test {
     const auto request =
         internet_.OpenRequest(connection, {"POST", "Path/To.aspx", "HTTP/1.1", "", kFlagKeepConnection});
     sent_ = internet_.Send(request, kHeaders, body);
-    const std::string answer = ReadAll(request, 1024);
+    std::string answer = ReadAll(request, 1024);
     for (const auto handle : {request, connection, session}) internet_.Close(handle);
     return answer;
   }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 #include "hosts/excel/win32.h"
@@ -16,11 +17,23 @@ inline constexpr wchar_t kDll[] = L"Quorvel.dll";
 // Calls an entry point of the DLL that takes no arguments.
 [[nodiscard]] HRESULT CallDll(const char* entry_point);
 
+// While it lives, the user's registration of the add-in's class counts for the machine, too: Wine's COM,
+// unlike that of Windows, does not look at the user's own classes.
+class MachineClasses {
+ public:
+  MachineClasses();
+  MachineClasses(const MachineClasses&) = delete;
+  MachineClasses& operator=(const MachineClasses&) = delete;
+  ~MachineClasses();
+};
+
 // Registers the DLL for each test and removes all traces afterwards, the add-in's settings included.
 class RegisteredAddin : public testing::Test {
+ public:
+  ~RegisteredAddin() override;
+
  protected:
   RegisteredAddin();
-  ~RegisteredAddin() override;
   void TearDown() override;
 
   [[nodiscard]] std::shared_ptr<ControlData> ToolbarButton(TextView caption) const;
@@ -31,6 +44,9 @@ class RegisteredAddin : public testing::Test {
 
   User user_;
   StandIn stand_in_;
+
+ private:
+  std::optional<MachineClasses> machine_classes_;
 };
 
 }  // namespace quorvel::tests

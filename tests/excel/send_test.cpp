@@ -2,10 +2,12 @@
 // variable QUORVEL_SANDBOX_PORT holds its port.
 
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 
 #include "hosts/excel/system_code_page.h"
 #include "hosts/excel/wininet_internet.h"
+#include "platform/numbers.h"
 #include "tests/excel/loaded_addin.h"
 #include "tests/excel/picture.h"
 
@@ -13,6 +15,21 @@ namespace quorvel::tests {
 namespace {
 
 constexpr TextView kLoggedIn = u"Logged in successfully";
+
+std::vector<Text> Fields(const std::string& line) {
+  std::vector<Text> fields(1);
+  bool quoted = false;
+  for (const char16_t unit : FromUtf8(line)) {
+    if (unit == u'"') {
+      quoted = !quoted;
+    } else if (unit == u',' && !quoted) {
+      fields.emplace_back();
+    } else {
+      fields.back() += unit;
+    }
+  }
+  return fields;
+}
 
 class SendTest : public RegisteredAddin {
  protected:
@@ -40,6 +57,22 @@ class SendTest : public RegisteredAddin {
       sheet->At(row, 2).value = Variant(9876543210.0 + row);
       sheet->At(row, 3).value = Variant(2.5 * row);
       sheet->At(row, 3).display = u"EUR " + ToText(CellValue(2.5 * row));
+    }
+  }
+
+  // The sheet that users begin with, as the application opens it; the tests run at the root of the tree.
+  void OpenExample() {
+    stand_in_.book->sheets.clear();
+    const auto sheet = stand_in_.book->Add(u"customers");
+    std::ifstream file("examples/customers.csv");
+    std::string line;
+    for (std::int32_t row = 1; std::getline(file, line); ++row) {
+      std::int32_t column = 1;
+      for (const Text& text : Fields(line)) {
+        Cell& cell = sheet->At(row, column++);
+        cell.value = IsNumeric(TextView(text)) ? Variant(ToDouble(text)) : Variant(text);
+        cell.display = text;
+      }
     }
   }
 
@@ -106,29 +139,33 @@ class SendTest : public RegisteredAddin {
 };
 
 TEST_F(SendTest, PersonalisedMessagesArriveAfterAPreview) {
+  OpenExample();
   OpenSendForm([&](const Dialog& form) {
-    Compose(form, u"Dear #A#, you owe #C#.");
+    Compose(form, u"Dear #A#, your invoice of EUR #C# is due on #D#.");
     form.Press(u"Show a preview before sending");
+    user_.Then([&, form] { TakePicture(form.window(), "send"); });
     user_.Expect(u"Preview And Send SMS", [&](const Dialog& preview) {
-      TakePicture(form.window(), "send");
       TakePicture(preview.window(), "preview");
-      EXPECT_EQ(WindowText(preview.FieldOfClass(L"RICHEDIT50W")), u"Dear Person 2, you owe EUR 5.");
+      EXPECT_EQ(WindowText(preview.FieldOfClass(L"RICHEDIT50W")),
+                u"Dear Asha Rao, your invoice of EUR 1,250.00 is due on 12/05/2026.");
       EXPECT_FALSE(preview.IsUsable(u"<< Previous SMS"));
-      preview.Press(u"Next SMS >>");
-      preview.Press(u"Next SMS >>");
+      for (int next = 0; next < 5; ++next) preview.Press(u"Next SMS >>");
       user_.Then([this, preview] {
-        EXPECT_EQ(WindowText(preview.FieldOfClass(L"RICHEDIT50W")), u"Dear Person 4, you owe EUR 10.");
+        EXPECT_EQ(WindowText(preview.FieldOfClass(L"RICHEDIT50W")),
+                  u"Dear Grace Lin, your invoice of EUR 640.10 is due on 12/08/2026.");
         EXPECT_FALSE(preview.IsUsable(u"Next SMS >>"));
-        ExpectAlert(u" S M S ", u"3 SMS Messages Sent");
+        ExpectAlert(u" S M S ", u"6 SMS Messages Sent");
         preview.Press(u"Send SMS");
       });
     });
-    form.Press(u"Send SMS");
-    form.Press(u"Close");
+    user_.Then([form] {
+      form.Press(u"Send SMS");
+      form.Press(u"Close");
+    });
   });
   const std::string messages = Messages();
   for (const char* const part :
-       {"9876543212", "Dear Person 2, you owe EUR 5.", "Dear Person 4, you owe EUR 10."}) {
+       {"9876543211", "Holm, your invoice of EUR 89.50", "EUR 1,250.00 is due on 12/05/2026."}) {
     EXPECT_NE(messages.find(part), std::string::npos) << messages;
   }
 }

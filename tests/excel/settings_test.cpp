@@ -5,45 +5,33 @@
 #include "hosts/excel/registry_key.h"
 #include "hosts/excel/registry_settings.h"
 #include "hosts/excel/system_code_page.h"
+#include "tests/contracts/settings_contract.h"
 
 namespace quorvel::tests {
 namespace {
 
-constexpr TextView kApplication = u"QuorvelTest";
+constexpr TextView kApplicationKey = uR"(Software\VB and VBA Program Settings\App)";
 
-class RegistrySettingsTest : public testing::Test {
- protected:
-  RegistrySettingsTest() { Clear(); }
-  ~RegistrySettingsTest() override { Clear(); }
+struct RegistryStore {
+  RegistryStore() { Clear(); }
+  RegistryStore(const RegistryStore&) = delete;
+  RegistryStore& operator=(const RegistryStore&) = delete;
+  ~RegistryStore() { Clear(); }
 
-  static void Clear() {
-    static_cast<void>(
-        DeleteRegistryKey(HKEY_CURRENT_USER, uR"(Software\VB and VBA Program Settings\QuorvelTest)"));
-  }
+  static void Clear() { EXPECT_EQ(DeleteRegistryKey(HKEY_CURRENT_USER, Text(kApplicationKey)), 0); }
 
-  RegistrySettings settings_;
+  RegistrySettings store;
 };
 
-TEST_F(RegistrySettingsTest, KeepsTextsByApplicationSectionAndKey) {
-  const SettingPath path{kApplication, u"STARTUP", u"MODES"};
-  EXPECT_EQ(settings_.Read(path), std::nullopt);
-  const Text value = u"L-List, \u20AC \u05D0" + Text(5000, u'x');
-  settings_.Write(path, value);
-  EXPECT_EQ(settings_.Read(path), value);
-  settings_.Write(path, u"");
-  EXPECT_EQ(settings_.Read(path), Text()) << "empty is not missing";
-  EXPECT_EQ(settings_.Read({kApplication, u"Other", u"MODES"}), std::nullopt);
-  EXPECT_EQ(settings_.Read({u"QuorvelOther", u"STARTUP", u"MODES"}), std::nullopt);
-  EXPECT_EQ(ReadRegistryText(HKEY_CURRENT_USER,
-                             uR"(Software\VB and VBA Program Settings\QuorvelTest\STARTUP)", u"MODES"),
-            Text());
-}
+INSTANTIATE_TYPED_TEST_SUITE_P(Registry, SettingsContract, RegistryStore);
 
-TEST_F(RegistrySettingsTest, AValueThatIsNoTextCountsAsMissing) {
-  ASSERT_EQ(WriteRegistryNumber(HKEY_CURRENT_USER, uR"(Software\VB and VBA Program Settings\QuorvelTest\S)",
-                                u"Key", 7),
-            ERROR_SUCCESS);
-  EXPECT_EQ(settings_.Read({kApplication, u"S", u"Key"}), std::nullopt);
+TEST(RegistrySettings, StandsWhereThePlatformsOwnFacilityKeepsThem) {
+  RegistryStore registry;
+  const Text section = Text(kApplicationKey) + u"\\STARTUP";
+  registry.store.Write({u"App", u"STARTUP", u"MODES"}, u"L-List");
+  EXPECT_EQ(ReadRegistryText(HKEY_CURRENT_USER, section, u"MODES"), u"L-List");
+  ASSERT_EQ(WriteRegistryNumber(HKEY_CURRENT_USER, section, u"MODES", 7), ERROR_SUCCESS);
+  EXPECT_EQ(registry.store.Read({u"App", u"STARTUP", u"MODES"}), std::nullopt) << "no text";
 }
 
 TEST(SystemCodePage, AgreesWithWindows1252InBothDirections) {

@@ -152,10 +152,15 @@ void Dialog::PressKey(WPARAM key) const {
   PostMessageW(GetFocus(), WM_KEYDOWN, key, 1);
 }
 
+void Dialog::PressAccessKey(char16_t letter) const {
+  constexpr LPARAM kAltIsDown = 1 << 29;
+  PostMessageW(GetFocus(), WM_SYSCHAR, letter, kAltIsDown);
+}
+
 User::User()
     : window_(CreateWindowExW(0, L"Static", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)),
       hook_(SetWindowsHookExW(WH_CBT, Hook, nullptr, GetCurrentThreadId())) {
-  current_ = this;
+  current = this;
   SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
   SetTimer(window_, kWatchdog, kPatience, nullptr);
 }
@@ -163,7 +168,7 @@ User::User()
 User::~User() {
   UnhookWindowsHookEx(hook_);
   DestroyWindow(window_);
-  current_ = nullptr;
+  current = nullptr;
 }
 
 void User::Expect(TextView title, std::function<void(const Dialog&)> step) {
@@ -189,10 +194,10 @@ void User::Settle() {
 
 LRESULT CALLBACK User::Hook(int code, WPARAM window, LPARAM details) {
   const HWND target = reinterpret_cast<HWND>(window);
-  if (code == HCBT_ACTIVATE && ClassOf(target) == u"#32770" && current_->seen_.insert(target).second) {
-    PostMessageW(current_->window_, kAppeared, window, 0);
+  if (code == HCBT_ACTIVATE && ClassOf(target) == u"#32770" && current->seen_.insert(target).second) {
+    PostMessageW(current->window_, kAppeared, window, 0);
   }
-  if (code == HCBT_DESTROYWND) current_->seen_.erase(target);
+  if (code == HCBT_DESTROYWND) current->seen_.erase(target);
   return CallNextHookEx(nullptr, code, window, details);
 }
 
@@ -200,18 +205,17 @@ LRESULT CALLBACK User::Procedure(HWND window, UINT message, WPARAM first, LPARAM
   switch (message) {
     case kAppeared:
       SetTimer(window, kWatchdog, kPatience, nullptr);
-      current_->Appeared(reinterpret_cast<HWND>(first));
+      current->Appeared(reinterpret_cast<HWND>(first));
       return 0;
     case kStep: {
-      const auto step = std::move(current_->steps_.front());
-      current_->steps_.pop_front();
-      current_->Attempt(step, nullptr);
+      const auto step = std::move(current->steps_.front());
+      current->steps_.pop_front();
+      current->Attempt(step, nullptr);
       return 0;
     }
     case WM_TIMER:
-      for (const std::string& problem : current_->problems_) std::fprintf(stderr, "%s\n", problem.c_str());
-      std::fprintf(stderr, "a dialog waits for a user who has no plan; %zu plans left\n",
-                   current_->pending());
+      for (const std::string& problem : current->problems_) std::fprintf(stderr, "%s\n", problem.c_str());
+      std::fprintf(stderr, "a dialog waits for a user who has no plan; %zu plans left\n", current->pending());
       std::fflush(stderr);
       std::_Exit(3);
     default:

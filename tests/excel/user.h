@@ -37,8 +37,9 @@ class Dialog {
   void TypeInto(HWND field, TextView text) const;
   void Choose(TextView label, TextView item) const;
   void Press(TextView caption) const;
-  // The dialog's message loop sees it after the current step.
+  // The dialog's message loop sees these after the current step.
   void PressKey(WPARAM key) const;
+  void PressAccessKey(char16_t letter) const;
 
  private:
   [[nodiscard]] std::vector<HWND> Children() const;
@@ -84,7 +85,7 @@ class User {
   void Follow(std::deque<Plan>& plans, const Dialog& dialog);
   void Attempt(const std::function<void()>& step, HWND window);
 
-  static inline User* current_ = nullptr;
+  static inline User* current = nullptr;
   HWND window_;
   HHOOK hook_;
   std::set<HWND> seen_;

@@ -8,57 +8,22 @@
 #include "platform/memory/memory_settings.h"
 #include "platform/runtime_error.h"
 #include "temporary_folder.h"
+#include "tests/contracts/settings_contract.h"
 
 namespace quorvel {
 namespace {
 
-template <class Store>
-struct Fixture;
-
-template <>
-struct Fixture<MemorySettings> {
+struct MemoryStore {
   MemorySettings store;
 };
 
-template <>
-struct Fixture<SqliteSettings> {
+struct SqliteStore {
   TemporaryFolder folder;
   SqliteSettings store{folder.path() / "deep" / "er" / "settings.db"};
 };
 
-template <class Store>
-class SettingsContract : public testing::Test {
- protected:
-  Settings& store() { return fixture_.store; }
-
- private:
-  Fixture<Store> fixture_;
-};
-
-using Stores = testing::Types<MemorySettings, SqliteSettings>;
-TYPED_TEST_SUITE(SettingsContract, Stores);
-
-TYPED_TEST(SettingsContract, ReadsWhatWasWrittenLastUnderThatKeyAlone) {
-  Settings& store = this->store();
-  EXPECT_EQ(store.Read({u"App", u"Section", u"Key"}), std::nullopt);
-  store.Write({u"App", u"Section", u"Key"}, u"first");
-  store.Write({u"App", u"Section", u"Key"}, u"second");
-  store.Write({u"App", u"Section", u"Other"}, u"o");
-  store.Write({u"App", u"Elsewhere", u"Key"}, u"e");
-  EXPECT_EQ(store.Read({u"App", u"Section", u"Key"}), u"second");
-  EXPECT_EQ(store.Read({u"App", u"Section", u"Other"}), u"o");
-  EXPECT_EQ(store.Read({u"App", u"Elsewhere", u"Key"}), u"e");
-  EXPECT_EQ(store.Read({u"AppS", u"ection", u"Key"}), std::nullopt);
-}
-
-TYPED_TEST(SettingsContract, KeepsEveryText) {
-  Settings& store = this->store();
-  for (const Text& value : {Text(), Text(u"  blanks  "), Text(u"quo'te\" \\ \r\n"),
-                            Text(u"\u0627\u8BDD\U0001F600"), Text(u"with\0zero", 9), Text(70000, u'x')}) {
-    store.Write({u"App", u"Section", u"Key"}, value);
-    EXPECT_EQ(store.Read({u"App", u"Section", u"Key"}), value);
-  }
-}
+using Stores = testing::Types<MemoryStore, SqliteStore>;
+INSTANTIATE_TYPED_TEST_SUITE_P(Console, SettingsContract, Stores);
 
 mode_t ModeOf(const std::filesystem::path& path) {
   struct stat status {};

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/runtime_error.h"
+#include "tests/platform/expect_error.h"
 
 namespace quorvel {
 namespace {
@@ -19,17 +19,6 @@ constexpr Date kToday{40200};       // 2010-01-22
 constexpr Date kDecember28{40175};  // 2009-12-28
 constexpr Date kJanuary5{40183};    // 2010-01-05
 constexpr double kTenOClock = 10.0 / 24;
-
-// The number of the error that `action` ends with, 0 for none.
-template <class Action>
-int ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 struct Person {
   CellValue name;
