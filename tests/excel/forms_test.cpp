@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <stdexcept>
 
 #include "addin/common/alert.h"
@@ -111,6 +112,23 @@ TEST_F(Win32FormsTest, TabVisitsEveryControlInOrderAndChangesNothing) {
   EXPECT_EQ(visited, "name_box notes choice one detail two loud extra accept leave ");
   EXPECT_FALSE(form_.one.value() || form_.two.value() || form_.loud.value());
   EXPECT_FALSE(form_.accepted) << "Enter presses the button that has the focus";
+}
+
+TEST_F(Win32FormsTest, ShiftAndTabGoBackwards) {
+  form_.detail.SetFocus();
+  std::array<BYTE, 256> keys{};
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    keys[VK_SHIFT] = 0x80;
+    SetKeyboardState(keys.data());
+    dialog.PressKey(VK_TAB);
+    user_.Then([&, dialog] {
+      EXPECT_EQ(form_.active_control(), &form_.one);
+      keys[VK_SHIFT] = 0;
+      SetKeyboardState(keys.data());
+      dialog.Press(u"Leave");
+    });
+  });
+  forms_.ShowModal(form_);
 }
 
 TEST_F(Win32FormsTest, ArrowKeysChooseAmongTheOptionButtonsOfAFrame) {
