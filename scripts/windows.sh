@@ -63,7 +63,7 @@ make_setup() {
 
 wine=$(command -v wine64 || command -v wine64-stable || ls /usr/lib/wine/wine64 2>/dev/null || true)
 targets=(quorvel_dll)
-[ "$what" = build ] || [ -z "$wine" ] || targets+=(excel_tests excel_addin_tests)
+[ "$what" = build ] || [ -z "$wine" ] || targets+=(excel_tests excel_addin_tests dll_holder)
 build x64 "${targets[@]}"
 build x86 quorvel_dll
 check_dll x64 x86_64-w64-mingw32
@@ -146,16 +146,33 @@ fi
 in_wine build/windows-x64/bin/excel_tests.exe --gtest_brief=1
 in_wine build/windows-x64/bin/excel_addin_tests.exe --gtest_brief=1
 
+# refuses PROGRAM [ARGUMENT...]
+refuses() {
+  local status=0
+  in_wine "$@" || status=$?
+  [ $status -eq 2 ] || { echo "windows: $1 ended with $status while the DLL was in use" >&2; return 1; }
+}
+
 # The set-up program: what is there after installing, and that nothing is after uninstalling.
 if [ -f build/windows/Quorvel-setup-x64.exe ]; then
   key='HKCU\Software\Microsoft\Office\Excel\Addins\Quorvel.Connect'
+  target="C:\\users\\$(id -un)\\AppData\\Local\\Programs\\Quorvel"
   programs="$WINEPREFIX/drive_c/users/$(id -un)/AppData/Local/Programs/Quorvel"
   in_wine build/windows/Quorvel-setup-x64.exe /S
   in_wine reg query "$key" >/dev/null
   cmp build/windows-x64/bin/Quorvel.dll "$programs/x64/Quorvel.dll"
   cmp build/windows-x86/bin/Quorvel.dll "$programs/x86/Quorvel.dll"
   # "_?=" keeps the uninstaller from going on in a copy of itself that nobody waits for.
-  in_wine "$programs/Uninstall.exe" /S '_?='"C:\\users\\$(id -un)\\AppData\\Local\\Programs\\Quorvel"
+  uninstall=("$programs/Uninstall.exe" /S "_?=$target")
+  # While a program has the DLL loaded, as Excel does, neither can be done; the exit status says so.
+  coproc holder { in_wine build/windows-x64/bin/dll_holder.exe "$target\\x64\\Quorvel.dll"; }
+  read -r _ <&"${holder[0]}"
+  refuses build/windows/Quorvel-setup-x64.exe /S
+  refuses "${uninstall[@]}"
+  holder_process=$holder_PID
+  exec {holder[1]}>&-
+  wait "$holder_process"
+  in_wine "${uninstall[@]}"
   for gone in "$key" 'HKCU\Software\Classes\Quorvel.Connect' \
     'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvel' 'HKCU\Software\VB and VBA Program Settings\Tessaly'; do
     if in_wine reg query "$gone" >/dev/null 2>&1; then

@@ -11,13 +11,13 @@ namespace {
 constexpr std::int32_t kClientCursor = 3;
 constexpr std::int32_t kUnspecified = -1;
 
-// Two records, one of which passes a text filter.
+// Three records, one of which passes a text filter; one is blank, as a cell may be.
 bool FiltersText(Recordset& recordset) {
   recordset.AppendField(u"A", FieldType::kVarChar, 10, kUnspecified);
   recordset.Open();
-  for (const TextView text : {TextView(u"abc"), TextView(u"xyz")}) {
+  for (const CellValue& value : {CellValue(Text(u"abc")), CellValue(), CellValue(Text(u"xyz"))}) {
     recordset.AddNew();
-    recordset.SetValue(u"A", Text(text));
+    recordset.SetValue(u"A", value);
     recordset.Update();
   }
   recordset.SetFilter(u"A like 'ab%'");

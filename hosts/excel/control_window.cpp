@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "hosts/excel/reading_order.h"
-#include "hosts/excel/theme_scope.h"
 #include "hosts/excel/wide.h"
+#include "hosts/excel/window_scope.h"
 
 namespace quorvel {
 
@@ -97,16 +97,18 @@ const wchar_t* IconName(Image::Icon icon) {
   return IDI_APPLICATION;
 }
 
-void LoadIconInto(HWND window, Image::Icon icon, UINT dpi) {
+// Of that resolution's size, the caller's to destroy.
+HANDLE MakeIcon(Image::Icon icon, UINT dpi) {
   const int size = MulDiv(32, static_cast<int>(dpi), static_cast<int>(kStandardDpi));
-  const HANDLE shared = LoadIconW(nullptr, IconName(icon));
-  const HANDLE sized = CopyImage(shared, IMAGE_ICON, size, size, LR_COPYFROMRESOURCE);
-  const LRESULT former =
-      SendMessageW(window, STM_SETICON, reinterpret_cast<WPARAM>(sized != nullptr ? sized : shared), 0);
-  if (former != 0 && reinterpret_cast<HANDLE>(former) != shared) DestroyIcon(reinterpret_cast<HICON>(former));
+  return CopyImage(LoadIconW(nullptr, IconName(icon)), IMAGE_ICON, size, size, LR_COPYFROMRESOURCE);
 }
 
-// Line ends as an edit window wants them.
+void SetIcon(HWND window, HANDLE icon) {
+  const LRESULT former = SendMessageW(window, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
+  if (former != 0) DestroyIcon(reinterpret_cast<HICON>(former));
+}
+
+// Line ends as an edit window wants them. Shift and Enter make a rich text box begin a line with U+000B.
 Text WithCrLf(const Text& text) {
   Text result;
   result.reserve(text.size());
@@ -114,7 +116,7 @@ Text WithCrLf(const Text& text) {
     const char16_t unit = text[at];
     const bool pair = unit == u'\r' && at + 1 < text.size() && text[at + 1] == u'\n';
     if (pair) ++at;
-    if (unit == u'\r' || unit == u'\n') {
+    if (unit == u'\r' || unit == u'\n' || unit == u'\v') {
       result += kCrLf;
     } else {
       result += unit;
@@ -224,7 +226,7 @@ void ControlWindow::Place(const DialogMetrics& metrics) {
   SendMessageW(handle_, WM_SETFONT, reinterpret_cast<WPARAM>(metrics.font()), FALSE);
   RECT place = metrics.Pixels(control_->bounds());
   if (control_->kind() == ControlKind::kImage) {
-    LoadIconInto(handle_, static_cast<const Image*>(control_)->icon(), metrics.dpi());
+    SetIcon(handle_, MakeIcon(static_cast<const Image*>(control_)->icon(), metrics.dpi()));
   }
   if (control_->kind() == ControlKind::kComboBox ||
       (control_->kind() == ControlKind::kTextBox && !HasLines())) {
@@ -313,10 +315,14 @@ void ControlWindow::Show(Property property, const DialogMetrics& metrics) {
   }
 }
 
+void ControlWindow::Release() const {
+  if (control_->kind() == ControlKind::kImage) SetIcon(handle_, nullptr);
+}
+
 Text ControlWindow::ReadText() const {
   std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(handle_)) + 1, L'\0');
   text.resize(static_cast<std::size_t>(GetWindowTextW(handle_, text.data(), static_cast<int>(text.size()))));
-  return FromWide(text);
+  return HasLines() ? WithCrLf(FromWide(text)) : FromWide(text);
 }
 
 void ControlWindow::ShowCaption() const {

@@ -25,6 +25,8 @@ class ControlWindow {
   [[nodiscard]] bool CanShow(Property property) const;
   // Makes the window show this property of the control; CanShow(property).
   void Show(Property property, const DialogMetrics& metrics);
+  // Gives back what the window was lent; to be called before the window goes.
+  void Release() const;
   // The text that the user has put into the window.
   [[nodiscard]] Text ReadText() const;
   // Lets the text of a rich text box run as its first letter does.

@@ -1,15 +1,10 @@
 #include "hosts/excel/dialog_metrics.h"
 
+#include "hosts/excel/windows10.h"
+
 namespace quorvel {
 
 namespace {
-
-// Functions of Windows 10, called where they are there.
-template <class Function>
-Function* Windows10(const char* name) {
-  return reinterpret_cast<Function*>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32.dll"), name)));
-}
 
 using GetDpiForWindowFunction = UINT WINAPI(HWND);
 using SystemParametersInfoForDpiFunction = BOOL WINAPI(UINT, UINT, void*, UINT, UINT);

@@ -15,7 +15,7 @@ DISPID TryFind(IDispatch* object, std::wstring_view member, HRESULT& result) {
   std::wstring name(member);
   wchar_t* names = name.data();
   DISPID id = DISPID_UNKNOWN;
-  result = object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+  result = object->GetIDsOfNames(IID_NULL, &names, 1, kEnglish, &id);
   return id;
 }
 
@@ -41,8 +41,8 @@ Variant AutomationObject::Invoke(DISPID member, WORD kind, DISPPARAMS& parameter
   Variant answer;
   EXCEPINFO raised{};
   UINT wrong_argument = 0;
-  const HRESULT result = object_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
-                                         answer.Receive(), &raised, &wrong_argument);
+  const HRESULT result = object_->Invoke(member, IID_NULL, kEnglish, kind, &parameters, answer.Receive(),
+                                         &raised, &wrong_argument);
   if (FAILED(result)) throw ErrorOfCall(result, raised);
   return answer;
 }

@@ -6,8 +6,8 @@
 #include "hosts/excel/com_boundary.h"
 #include "hosts/excel/com_ptr.h"
 #include "hosts/excel/registration.h"
-#include "hosts/excel/theme_scope.h"
 #include "hosts/excel/wide.h"
+#include "hosts/excel/window_scope.h"
 
 namespace {
 

@@ -20,7 +20,8 @@ bool OpenPatiently(HWND owner) {
   return false;
 }
 
-// Formats whose handle is no block of memory. The system makes the bitmap ones again from the others.
+// Formats whose handle is no block of memory. The system makes the bitmap ones again from the others, and the
+// older metafile from the newer.
 bool IsMemory(UINT format) {
   switch (format) {
     case CF_BITMAP:
@@ -51,7 +52,7 @@ HGLOBAL CopyOf(const void* data, std::size_t size) {
   return copy;
 }
 
-HGLOBAL CopyOf(HGLOBAL source) {
+HGLOBAL CopyOfMemory(HGLOBAL source) {
   const void* const data = GlobalLock(source);
   if (data == nullptr) return nullptr;
   const HGLOBAL copy = CopyOf(data, GlobalSize(source));
@@ -59,45 +60,80 @@ HGLOBAL CopyOf(HGLOBAL source) {
   return copy;
 }
 
-// A bottom-up bitmap of 32 bits a pixel, with its header.
-struct Bitmap {
+void Free(UINT format, HANDLE data) {
+  if (format == CF_ENHMETAFILE) {
+    DeleteEnhMetaFile(static_cast<HENHMETAFILE>(data));
+  } else {
+    GlobalFree(data);
+  }
+}
+
+HANDLE CopyOf(UINT format) {
+  if (format != CF_ENHMETAFILE && !IsMemory(format)) return nullptr;
+  const HANDLE data = GetClipboardData(format);
+  if (data == nullptr) return nullptr;
+  return format == CF_ENHMETAFILE ? CopyEnhMetaFileW(static_cast<HENHMETAFILE>(data), nullptr)
+                                  : CopyOfMemory(data);
+}
+
+constexpr std::size_t kSize = Face::kSize;
+
+BITMAPINFOHEADER Header(WORD bits_per_pixel) {
   BITMAPINFOHEADER header{};
-  std::uint32_t pixels[Face::kSize * Face::kSize]{};
+  header.biSize = sizeof(header);
+  header.biWidth = kSize;
+  header.biHeight = kSize;
+  header.biPlanes = 1;
+  header.biBitCount = bits_per_pixel;
+  header.biCompression = BI_RGB;
+  return header;
+}
+
+// Rows run from the bottom, each a multiple of four bytes long.
+struct FaceBitmap {
+  BITMAPINFOHEADER header = Header(24);
+  std::uint8_t rows[kSize][kSize][3]{};
 };
 
-template <class Pixel>
-HGLOBAL MakeBitmap(const Face& face, Pixel&& pixel) {
-  Bitmap bitmap;
-  bitmap.header.biSize = sizeof(bitmap.header);
-  bitmap.header.biWidth = Face::kSize;
-  bitmap.header.biHeight = Face::kSize;
-  bitmap.header.biPlanes = 1;
-  bitmap.header.biBitCount = 32;
-  bitmap.header.biCompression = BI_RGB;
-  for (std::size_t y = 0; y < Face::kSize; ++y) {
-    for (std::size_t x = 0; x < Face::kSize; ++x) {
-      const std::uint32_t colour = face.pixels[y * Face::kSize + x];
-      bitmap.pixels[(Face::kSize - 1 - y) * Face::kSize + x] = pixel(colour);
-    }
-  }
-  return CopyOf(&bitmap, sizeof(bitmap));
-}
+struct MaskBitmap {
+  BITMAPINFOHEADER header = Header(1);
+  std::uint32_t colours[2] = {0x000000, 0xFFFFFF};
+  std::uint8_t rows[kSize][4]{};
+};
 
 bool IsTransparent(std::uint32_t colour) {
   return colour >> 24 < 0x80;
 }
 
 // Where there is no mask, transparent pixels get the grey of a button.
-std::uint32_t Opaque(std::uint32_t colour) {
-  return IsTransparent(colour) ? 0xC0C0C0 : colour & 0xFFFFFF;
+FaceBitmap Opaque(const Face& face) {
+  FaceBitmap bitmap;
+  for (std::size_t at = 0; at < kSize * kSize; ++at) {
+    const std::uint32_t colour = IsTransparent(face.pixels[at]) ? 0xC0C0C0 : face.pixels[at];
+    std::memcpy(bitmap.rows[kSize - 1 - at / kSize][at % kSize], &colour, 3);
+  }
+  return bitmap;
 }
 
-std::uint32_t Mask(std::uint32_t colour) {
-  return IsTransparent(colour) ? 0xFFFFFF : 0;
+// White where the button shows through.
+MaskBitmap Mask(const Face& face) {
+  MaskBitmap bitmap;
+  for (std::size_t at = 0; at < kSize * kSize; ++at) {
+    const std::size_t x = at % kSize;
+    if (!IsTransparent(face.pixels[at])) continue;
+    std::uint8_t& eight = bitmap.rows[kSize - 1 - at / kSize][x / 8];
+    eight = static_cast<std::uint8_t>(eight | 0x80 >> x % 8);
+  }
+  return bitmap;
 }
 
-void Put(UINT format, HGLOBAL data) {
-  if (data != nullptr && SetClipboardData(format, data) == nullptr) GlobalFree(data);
+void Put(UINT format, HANDLE data) {
+  if (data != nullptr && SetClipboardData(format, data) == nullptr) Free(format, data);
+}
+
+template <class Bitmap>
+void PutBitmap(UINT format, const Bitmap& bitmap) {
+  Put(format, CopyOf(&bitmap, sizeof(bitmap)));
 }
 
 }  // namespace
@@ -110,9 +146,9 @@ FaceClipboard::FaceClipboard(const Face& face)
   }
   Save();
   EmptyClipboard();
-  Put(CF_DIB, MakeBitmap(face, Opaque));
-  Put(RegisterClipboardFormatW(L"Toolbar Button Face"), MakeBitmap(face, Opaque));
-  Put(RegisterClipboardFormatW(L"Toolbar Button Mask"), MakeBitmap(face, Mask));
+  PutBitmap(CF_DIB, Opaque(face));
+  PutBitmap(RegisterClipboardFormatW(L"Toolbar Button Face"), Opaque(face));
+  PutBitmap(RegisterClipboardFormatW(L"Toolbar Button Mask"), Mask(face));
   CloseClipboard();
 }
 
@@ -121,7 +157,7 @@ FaceClipboard::~FaceClipboard() {
     Restore();
     CloseClipboard();
   } else {
-    for (const Saved& saved : saved_) GlobalFree(saved.data);
+    for (const Saved& saved : saved_) Free(saved.format, saved.data);
     Log("Clipboard", "its former content could not be put back");
   }
   DestroyWindow(owner_);
@@ -129,8 +165,7 @@ FaceClipboard::~FaceClipboard() {
 
 void FaceClipboard::Save() {
   for (UINT format = EnumClipboardFormats(0); format != 0; format = EnumClipboardFormats(format)) {
-    const HANDLE data = IsMemory(format) ? GetClipboardData(format) : nullptr;
-    const HGLOBAL copy = data == nullptr ? nullptr : CopyOf(data);
+    const HANDLE copy = CopyOf(format);
     if (copy != nullptr) saved_.push_back({format, copy});
   }
 }

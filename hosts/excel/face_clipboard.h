@@ -20,7 +20,7 @@ class FaceClipboard {
  private:
   struct Saved {
     UINT format;
-    HGLOBAL data;
+    HANDLE data;
   };
 
   void Save();

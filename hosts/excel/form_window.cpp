@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "hosts/excel/automation_error.h"
-#include "hosts/excel/theme_scope.h"
 #include "hosts/excel/wide.h"
+#include "hosts/excel/window_scope.h"
 
 namespace quorvel {
 
@@ -48,12 +48,12 @@ constexpr Property kShowOrder[] = {Property::kCaption,   Property::kBounds, Prop
 
 FormWindow::FormWindow(Form& form, HWND owner, FormsState& state)
     : form_(form), state_(state), owner_(owner) {
-  const ThemeScope theme;
+  const WindowScope scope(owner);
   const EmptyDialog empty;
   dialog_ = CreateDialogIndirectParamW(ThisModule(), &empty.header, owner, DialogProcedure,
                                        reinterpret_cast<LPARAM>(this));
   if (dialog_ == nullptr) throw ErrorOfResult(HRESULT_FROM_WIN32(GetLastError()));
-  metrics_ = std::make_unique<DialogMetrics>(DpiOf(owner != nullptr ? owner : dialog_));
+  metrics_ = std::make_unique<DialogMetrics>(DpiOf(dialog_));
   SetWindowTextW(dialog_, Wide(form.caption()));
   CreateControls();
   Place(nullptr);
@@ -167,11 +167,16 @@ void FormWindow::MoveFocus(HWND window) {
   }
 }
 
+void FormWindow::Release() {
+  block_.reset();
+  for (const ControlWindow& window : controls_) window.Release();
+}
+
 void FormWindow::Closed() {
   const HWND dialog = std::exchange(dialog_, nullptr);
   if (dialog == nullptr) return;
   SetWindowLongPtrW(dialog, DWLP_USER, 0);
-  block_.reset();  // before the window goes, so that the next one in line becomes active
+  Release();  // before the window goes, so that the next one in line becomes active
   DestroyWindow(dialog);
 }
 

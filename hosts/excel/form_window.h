@@ -58,6 +58,11 @@ class FormWindow : public FormView, public std::enable_shared_from_this<FormWind
   void Command(int id, int notification);
   void Clicked(Control& control) const;
   void Changed(ControlWindow& window, int notification) const;
+  void TakeChoice(const ControlWindow& window);
+  [[nodiscard]] bool Tick(WPARAM id);
+  void Lost();
+  // Lets go of what belongs to the windows, while they are there.
+  void Release();
   void Escape();
   void Focused(Control& control);
   void CreateControls();

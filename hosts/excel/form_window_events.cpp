@@ -4,13 +4,14 @@
 #include <utility>
 
 #include "hosts/excel/form_window.h"
-#include "hosts/excel/theme_scope.h"
+#include "hosts/excel/window_scope.h"
 
 namespace quorvel {
 
 namespace {
 
 constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED
+constexpr UINT kListClosed = WM_APP;  // the combo box of that index has closed its list
 
 }  // namespace
 
@@ -61,7 +62,12 @@ INT_PTR FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       Run([&] { form_.UserClose(); });
       return TRUE;
     case WM_TIMER:
-      Run([&] { static_cast<Timer&>(controls_.at(first - kFirstId).control()).Tick(); });
+      return Tick(first) ? TRUE : FALSE;
+    case WM_DESTROY:
+      Lost();
+      return TRUE;
+    case kListClosed:
+      TakeChoice(controls_[first]);
       return TRUE;
     case WM_ACTIVATE:
       if (LOWORD(first) == WA_INACTIVE || focus_ == nullptr) return FALSE;
@@ -73,7 +79,7 @@ INT_PTR FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       SetWindowLongPtrW(dialog_, DWLP_MSGRESULT, TRUE);
       return TRUE;
     case kDpiChanged: {
-      const ThemeScope theme;
+      const WindowScope scope(dialog_);
       metrics_ = std::make_unique<DialogMetrics>(LOWORD(first));
       Place(reinterpret_cast<const RECT*>(second));
       return TRUE;
@@ -131,9 +137,37 @@ void FormWindow::Changed(ControlWindow& window, int notification) const {
   } else if (control.kind() == ControlKind::kComboBox && notification == CBN_SELCHANGE) {
     static_cast<ComboBox&>(control).UserSelect(
         static_cast<int>(SendMessageW(window.handle(), CB_GETCURSEL, 0, 0)));
+  } else if (control.kind() == ControlKind::kComboBox && notification == CBN_CLOSEUP) {
+    PostMessageW(dialog_, kListClosed, static_cast<WPARAM>(&window - controls_.data()), 0);
   } else if (control.kind() == ControlKind::kComboBox && notification == CBN_EDITCHANGE) {
     static_cast<ComboBox&>(control).UserType(window.ReadText());
   }
+}
+
+// A list that is left without a choice goes back to its former one and tells nobody; a choice that was made
+// has been told by now.
+void FormWindow::TakeChoice(const ControlWindow& window) {
+  auto& combo = static_cast<ComboBox&>(window.control());
+  if (combo.style() != ComboBox::Style::kList) return;
+  const auto index = static_cast<int>(SendMessageW(window.handle(), CB_GETCURSEL, 0, 0));
+  if (index != combo.list_index()) Run([&] { combo.UserSelect(index); });
+}
+
+// Whether the timer is the form's: programs that look into others' windows set their own.
+bool FormWindow::Tick(WPARAM id) {
+  const WPARAM index = id - kFirstId;
+  if (id < kFirstId || index >= controls_.size()) return false;
+  Control& control = controls_[index].control();
+  if (control.kind() != ControlKind::kTimer) return false;
+  Run([&] { static_cast<Timer&>(control).Tick(); });
+  return true;
+}
+
+// The owner was closed by somebody else, and the dialog with it.
+void FormWindow::Lost() {
+  dialog_ = nullptr;
+  Release();
+  Run([&] { form_.Unload(); });
 }
 
 // Presses the cancel button; without one, closes the window as its frame does.

@@ -1,5 +1,6 @@
 ; The set-up program: installs the add-in for the current user, without administrator rights. /S runs it, and the
-; uninstaller, without a window; the exit status is 0 when everything is registered.
+; uninstaller, without a window; the exit status is 0 when everything was done, and 2 when Excel holds the add-in
+; open or something else failed.
 ;
 ; Defined by the caller: VERSION, X86_DLL, X64_DLL, LICENSE and OUTPUT. With TARGET_X64 the set-up program itself is
 ; a 64-bit one; the default runs on every Windows.
@@ -10,6 +11,9 @@ Target amd64-unicode
 !pragma warning disable 6012 ; RunningX64 is always true then, and its other branch's label unused
 !endif
 SetCompressor /SOLID lzma
+AllowSkipFiles off
+FileErrorText "Cannot write$\r$\n$\r$\n$0$\r$\n$\r$\nIf Microsoft Excel is open, close it and click Retry." \
+  "Cannot write$\r$\n$\r$\n$0$\r$\n$\r$\nIf Microsoft Excel is open, close it and click Retry."
 
 !include "LogicLib.nsh"
 !include "MUI2.nsh"
@@ -60,18 +64,35 @@ Var Status
   !endif
 !macroend
 
-Function RegisterAll
+; Leaves a non-zero $Status when the command failed or could not be started.
+!macro Execute COMMAND
+  ClearErrors
+  ExecWait `${COMMAND}` $Status
+  ${If} ${Errors}
+    StrCpy $Status 1
+  ${EndIf}
+!macroend
+
+; Runs regsvr32 over both DLLs, as far as they are there; OPTIONS may be /u.
+!macro RegisterBoth OPTIONS
   StrCpy $Status 0
   !insertmacro FindRegsvr32
   ${If} ${FileExists} $0
-    ExecWait '"$0" /s "$INSTDIR\x86\Quorvel.dll"' $Status
+  ${AndIf} ${FileExists} "$INSTDIR\x86\Quorvel.dll"
+    !insertmacro Execute '"$0" ${OPTIONS} /s "$INSTDIR\x86\Quorvel.dll"'
   ${EndIf}
   ${If} ${RunningX64}
   ${AndIf} $Status == 0
+  ${AndIf} ${FileExists} "$INSTDIR\x64\Quorvel.dll"
     !insertmacro FindRegsvr64
-    ExecWait '"$Regsvr64" /s "$INSTDIR\x64\Quorvel.dll"' $Status
+    !insertmacro Execute '"$Regsvr64" ${OPTIONS} /s "$INSTDIR\x64\Quorvel.dll"'
   ${EndIf}
-FunctionEnd
+!macroend
+
+!macro Fail MESSAGE
+  SetErrorLevel 2
+  Abort "${MESSAGE}"
+!macroend
 
 Section
   SetOutPath "$INSTDIR\x86"
@@ -80,11 +101,6 @@ Section
   File "${X64_DLL}"
   SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\Uninstall.exe"
-  Call RegisterAll
-  ${If} $Status != 0
-    SetErrorLevel 2
-    Abort "The add-in could not be registered."
-  ${EndIf}
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayName" "${PRODUCT}"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKCU "${UNINSTALL_KEY}" "Publisher" "The Quorvel developers"
@@ -93,20 +109,29 @@ Section
   WriteRegStr HKCU "${UNINSTALL_KEY}" "QuietUninstallString" '"$INSTDIR\Uninstall.exe" /S'
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoModify" 1
   WriteRegDWORD HKCU "${UNINSTALL_KEY}" "NoRepair" 1
+  !insertmacro RegisterBoth ""
+  ${If} $Status != 0
+    !insertmacro Fail "The add-in could not be registered."
+  ${EndIf}
 SectionEnd
 
 ; Everything goes: the registration, the files, the log, and the settings, which may hold passwords.
 Section "Uninstall"
-  !insertmacro FindRegsvr32
-  ${If} ${FileExists} $0
-    ExecWait '"$0" /u /s "$INSTDIR\x86\Quorvel.dll"'
+  !insertmacro RegisterBoth "/u"
+  ${If} $Status != 0
+    !insertmacro Fail "The add-in's registration could not be removed."
   ${EndIf}
-  ${If} ${RunningX64}
-    !insertmacro FindRegsvr64
-    ExecWait '"$Regsvr64" /u /s "$INSTDIR\x64\Quorvel.dll"'
-  ${EndIf}
-  Delete "$INSTDIR\x86\Quorvel.dll"
-  Delete "$INSTDIR\x64\Quorvel.dll"
+  ${Do}
+    ClearErrors
+    Delete "$INSTDIR\x86\Quorvel.dll"
+    Delete "$INSTDIR\x64\Quorvel.dll"
+    ${IfNot} ${Errors}
+      ${ExitDo}
+    ${EndIf}
+    ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Cannot delete the add-in's files in$\r$\n$\r$\n$INSTDIR$\r$\n$\r$\nIf Microsoft Excel is open, close it and click Retry." /SD IDCANCEL IDCANCEL`
+      !insertmacro Fail "The add-in's files could not be deleted. Close Microsoft Excel and uninstall once more."
+    ${EndIf}
+  ${Loop}
   Delete "$INSTDIR\Uninstall.exe"
   RMDir "$INSTDIR\x86"
   RMDir "$INSTDIR\x64"

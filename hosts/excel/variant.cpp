@@ -10,7 +10,6 @@ namespace quorvel {
 namespace {
 
 constexpr SCODE kCellErrors = static_cast<SCODE>(0x800A0000);
-constexpr LCID kEnglish = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
 
 Variant Converted(const VARIANT& value, VARTYPE type) {
   Variant converted;

@@ -9,6 +9,10 @@
 
 namespace quorvel {
 
+// The locale that a macro calls in, whatever the user's region: in another one Excel reads texts by that
+// locale, and may refuse with "Old format or invalid type library" where it has no resources for it.
+inline constexpr LCID kEnglish = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
+
 // A value of the automation interfaces; owns what it refers to.
 class Variant {
  public:

@@ -5,8 +5,8 @@
 
 #include "hosts/excel/input_form.h"
 #include "hosts/excel/reading_order.h"
-#include "hosts/excel/theme_scope.h"
 #include "hosts/excel/wide.h"
+#include "hosts/excel/window_scope.h"
 
 namespace quorvel {
 
@@ -43,7 +43,7 @@ void Win32Forms::ShowModal(Form& form) {
   form.Load();
   if (!form.loaded()) return;
   Flush();
-  const ThemeScope theme;
+  const WindowScope scope(Owner());
   const auto window = Open(form);
   modal_.push_back(window);
   window->Show();
@@ -126,9 +126,9 @@ HWND Win32Forms::Front() const {
 
 Answer Win32Forms::MsgBox(TextView prompt, int style, TextView title) {
   Flush();
-  const ThemeScope theme;
   const Text text(prompt);
   const HWND owner = Front();
+  const WindowScope scope(owner);
   const InputBlock block(owner);
   const UINT direction = StartsRightToLeft(text) ? MB_RTLREADING | MB_RIGHT : 0;
   const int answer = MessageBoxW(owner, Wide(text), Wide(Text(title)),

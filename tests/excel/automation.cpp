@@ -65,10 +65,10 @@ Variant Automation::Call(const Member& member, WORD kind, const DISPPARAMS& para
   return {};
 }
 
-HRESULT Automation::Invoke(DISPID member, REFIID /*reserved*/, LCID /*locale*/, WORD kind,
-                           DISPPARAMS* arguments, VARIANT* answer, EXCEPINFO* raised,
-                           UINT* /*wrong_argument*/) {
+HRESULT Automation::Invoke(DISPID member, REFIID /*reserved*/, LCID locale, WORD kind, DISPPARAMS* arguments,
+                           VARIANT* answer, EXCEPINFO* raised, UINT* /*wrong_argument*/) {
   if (rejection != S_OK && --accepted < 0) return rejection;
+  if (PRIMARYLANGID(locale) != LANG_ENGLISH) return TYPE_E_UNSUPFORMAT;
   if (member < 1 || member > static_cast<DISPID>(members_.size())) return DISP_E_MEMBERNOTFOUND;
   const ComPtr<Automation> keep(this);
   try {

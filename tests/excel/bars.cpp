@@ -48,20 +48,33 @@ class ClickPoint : public ComObject<IConnectionPoint> {
   std::shared_ptr<ControlData> control_;
 };
 
-std::vector<std::uint32_t> ReadBitmap(UINT format) {
+// A bitmap of 16 by 16 pixels and so many bits each, from the bottom row up; empty when it is another.
+std::vector<std::uint32_t> ReadBitmap(UINT format, WORD bits) {
   const HANDLE data = GetClipboardData(format);
   if (data == nullptr) return {};
-  const auto* const header = static_cast<const BITMAPINFOHEADER*>(GlobalLock(data));
-  const auto* const first = reinterpret_cast<const std::uint32_t*>(header + 1);
-  std::vector<std::uint32_t> pixels(first, first + std::ptrdiff_t{header->biWidth} * header->biHeight);
+  const auto* const bitmap = static_cast<const BITMAPINFO*>(GlobalLock(data));
+  const BITMAPINFOHEADER& header = bitmap->bmiHeader;
+  const auto* const rows = reinterpret_cast<const std::uint8_t*>(bitmap->bmiColors + (bits == 1 ? 2 : 0));
+  std::vector<std::uint32_t> pixels;
+  if (header.biBitCount == bits && header.biWidth == 16 && header.biHeight == 16) {
+    const HDC screen = GetDC(nullptr);
+    const HBITMAP copy = CreateDIBitmap(screen, &header, CBM_INIT, rows, bitmap, DIB_RGB_COLORS);
+    BITMAPINFO wanted{};
+    wanted.bmiHeader = {sizeof(BITMAPINFOHEADER), 16, 16, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    pixels.resize(256);
+    GetDIBits(screen, copy, 0, 16, pixels.data(), &wanted, DIB_RGB_COLORS);
+    for (std::uint32_t& pixel : pixels) pixel &= 0xFFFFFF;
+    DeleteObject(copy);
+    ReleaseDC(nullptr, screen);
+  }
   GlobalUnlock(data);
   return pixels;
 }
 
 void PasteFace(ControlData& control) {
   if (OpenClipboard(nullptr) == FALSE) Refuse(u"Method 'PasteFace' failed");
-  control.face = ReadBitmap(CF_DIB);
-  control.mask = ReadBitmap(RegisterClipboardFormatW(L"Toolbar Button Mask"));
+  control.face = ReadBitmap(CF_DIB, 24);
+  control.mask = ReadBitmap(RegisterClipboardFormatW(L"Toolbar Button Mask"), 1);
   CloseClipboard();
   if (control.face.empty()) Refuse(u"Method 'PasteFace' failed");
 }

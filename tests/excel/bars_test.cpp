@@ -23,6 +23,7 @@ void CopyAsUser() {
   OpenClipboard(owner);
   EmptyClipboard();
   SetClipboardData(CF_TEXT, text);
+  SetClipboardData(CF_ENHMETAFILE, CloseEnhMetaFile(CreateEnhMetaFileW(nullptr, nullptr, nullptr, nullptr)));
   CloseClipboard();
   DestroyWindow(owner);
 }
@@ -94,6 +95,7 @@ TEST_F(ExcelCommandBarsTest, AFaceIsPastedWithItsMaskAndTheClipboardRestored) {
   EXPECT_EQ(pasted.mask[kTopLeft], 0U);
   EXPECT_EQ(pasted.mask[0], 0xFFFFFFU);
   EXPECT_EQ(ClipboardText(), kFormerText);
+  EXPECT_TRUE(IsClipboardFormatAvailable(CF_ENHMETAFILE));
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 #include "addin/common/alert.h"
 #include "hosts/excel/wide.h"
 #include "hosts/excel/win32_forms.h"
+#include "hosts/excel/window_scope.h"
+#include "hosts/excel/windows10.h"
 #include "platform/runtime_error.h"
 #include "tests/excel/user.h"
 
@@ -74,6 +76,9 @@ TEST_F(Win32FormsTest, TypedTextAndChoicesReachTheFormAndItsChangesTheWindow) {
     EXPECT_EQ(WindowText(dialog.Field(u"Notes")), u"one\r\ntwo");
     EXPECT_EQ(form_.notes.text(), u"one\ntwo") << "showing a text is no typing";
     dialog.Type(u"Name", u"Zoë \u0391\u05D0");
+    SendMessageW(dialog.Field(u"Notes"), EM_REPLACESEL, 0,
+                 reinterpret_cast<LPARAM>(L"\v"));  // Shift and Enter
+    EXPECT_EQ(form_.notes.text(), u"\r\none\r\ntwo");
     dialog.Type(u"Notes", u"a\rb");
     dialog.Choose(u"Choice", u"Second");
     dialog.Press(u"Two");
@@ -265,6 +270,35 @@ TEST_F(Win32FormsTest, ModalityCoversTheHostAndNests) {
   forms_.ShowModal(form_);
 }
 
+TEST_F(Win32FormsTest, AFormEndsWithTheHostsWindow) {
+  const HWND book = CreateWindowExW(0, L"Static", L"Book", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 300,
+                                    nullptr, nullptr, nullptr, nullptr);
+  Win32Forms forms([book] { return book; });
+  user_.Expect(u"Sample", [&](const Dialog&) {
+    EXPECT_FALSE(IsWindowEnabled(host_));
+    DestroyWindow(book);
+  });
+  forms.ShowModal(form_);
+  EXPECT_FALSE(form_.loaded());
+}
+
+TEST_F(Win32FormsTest, AListThatIsLeftByEscapeAndTheFormAgree) {
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    dialog.Choose(u"Choice", u"First");
+    const HWND choice = dialog.Field(u"Choice");
+    SetFocus(choice);
+    SendMessageW(choice, CB_SHOWDROPDOWN, TRUE, 0);
+    SendMessageW(choice, CB_SETCURSEL, 1, 0);  // tells nobody, as the return to a former choice
+    dialog.PressKey(VK_ESCAPE);
+    user_.Then([&, dialog, choice] {
+      EXPECT_EQ(SendMessageW(choice, CB_GETDROPPEDSTATE, 0, 0), FALSE);
+      EXPECT_EQ(form_.choice.list_index(), SendMessageW(choice, CB_GETCURSEL, 0, 0));
+      dialog.Press(u"Leave");
+    });
+  });
+  forms_.ShowModal(form_);
+}
+
 TEST_F(Win32FormsTest, CancelledInputAndClosedQuestionsGiveTheCancellingAnswer) {
   const auto escape = [](const Dialog& dialog) { SendMessageW(dialog.window(), WM_COMMAND, IDCANCEL, 0); };
   user_.Expect(u"Ask", escape);
@@ -328,7 +362,9 @@ TEST_F(Win32FormsTest, TheTimerTicksWhileTheFormIsShown) {
     if (++ticks == 2) form_.Unload();
   };
   form_.timer.set_interval(10);
-  user_.Expect(u"Sample", [](const Dialog&) {});
+  user_.Expect(u"Sample", [](const Dialog& dialog) {
+    for (const WPARAM foreign : {1, 100, 5000}) SendMessageW(dialog.window(), WM_TIMER, foreign, 0);
+  });
   forms_.ShowModal(form_);
   EXPECT_EQ(ticks, 2);
 }
@@ -349,6 +385,24 @@ TEST_F(Win32FormsTest, AWindowMovedToADenserMonitorGrowsWithItsControls) {
     dialog.Press(u"Leave");
   });
   forms_.ShowModal(form_);
+}
+
+TEST(WindowScope, FollowsTheResolutionAsTheOwnerDoes) {
+  using Context = DPI_AWARENESS_CONTEXT;
+  const auto enter = Windows10<Context WINAPI(Context)>("SetThreadDpiAwarenessContext");
+  const auto current = Windows10<Context WINAPI()>("GetThreadDpiAwarenessContext");
+  const auto kind = Windows10<int WINAPI(Context)>("GetAwarenessFromDpiAwarenessContext");
+  const Context former = enter(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE);
+  const HWND owner = CreateWindowExW(0, L"Static", L"Owner", WS_OVERLAPPEDWINDOW, 0, 0, 40, 30, nullptr,
+                                     nullptr, nullptr, nullptr);
+  enter(DPI_AWARENESS_CONTEXT_SYSTEM_AWARE);
+  {
+    const WindowScope scope(owner);
+    EXPECT_EQ(kind(current()), kind(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE));
+  }
+  EXPECT_EQ(kind(current()), kind(DPI_AWARENESS_CONTEXT_SYSTEM_AWARE));
+  enter(former);
+  DestroyWindow(owner);
 }
 
 }  // namespace
