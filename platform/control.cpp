@@ -208,7 +208,9 @@ int ComboBox::Find(TextView text) const {
 }
 
 void ComboBox::UserSelect(int index) {
-  if (usable()) set_list_index(index);
+  if (!usable()) return;
+  if (index >= 0 && index == list_index_) return Raise(on_click);
+  set_list_index(index);
 }
 
 void ComboBox::UserType(TextView text) {

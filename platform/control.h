@@ -229,7 +229,7 @@ class ComboBox : public Control {
   // The first item of that text, -1 for none.
   [[nodiscard]] int Find(TextView text) const;
 
-  void UserSelect(int index);
+  void UserSelect(int index);    // raises on_click also for the item that is chosen already
   void UserType(TextView text);  // editable ones only
 
   Event on_click;

@@ -112,7 +112,9 @@ Composer::Stop Composer::AddGroups() {
 Composer::Stop Composer::Add(const Message& message, const std::vector<CellText>& cells) {
   AppendCellData(cells);
   AppendEmail(message.row);
-  if (choices_.schedule.wanted && !choices_.schedule.date_column.empty()) {
+  // A Unicode job cannot wait, whatever its rows' dates are.
+  const bool scheduled = choices_.schedule.wanted && rules_.layout != Layout::kUnicode;
+  if (scheduled && !choices_.schedule.date_column.empty()) {
     const auto minutes = schedule_.Minutes(sheet_, message.row);
     if (!minutes) return SendOutcome::kNotSent;
     composition_.minutes += u"," + NumberToText(*minutes);

@@ -28,17 +28,25 @@ Text FieldOf(const Text& column) {
   return Text(kFieldPrefix) + column;
 }
 
+// A formula that shows nothing leaves an empty text in its cell.
+bool IsBlank(const CellValue& value) {
+  const auto* const text = std::get_if<Text>(&value);
+  return std::holds_alternative<std::monostate>(value) || (text != nullptr && text->empty());
+}
+
 // Loads rows of a sheet into a recordset.
 class FilterTable {
  public:
-  FilterTable(const AddInContext& context, const SendChoices& choices, Sheet& sheet)
+  FilterTable(const AddInContext& context, const SendChoices& choices, TextView formula, Sheet& sheet)
       : context_(context),
         choices_(choices),
         sheet_(sheet),
         columns_(ScanFilterColumns(choices.message)),
+        formula_(RewriteFormula(formula, columns_)),
         recordset_(context.platform.recordsets.Create()) {}
 
-  [[nodiscard]] const std::vector<Text>& columns() const { return columns_; }
+  // As the recordset understands it.
+  [[nodiscard]] const Text& formula() const { return formula_; }
   [[nodiscard]] Recordset& recordset() { return *recordset_; }
 
   // False when the user cancelled.
@@ -71,7 +79,7 @@ class FilterTable {
   FieldType TypeOf(const Text& column, const std::vector<std::int32_t>& rows) {
     for (const std::int32_t row : rows) {
       const CellValue value = sheet_.Value({column, row});
-      if (std::holds_alternative<std::monostate>(value)) continue;
+      if (IsBlank(value)) continue;
       if (IsNumeric(value)) return FieldType::kInteger;
       return ReadDate(value, context_.platform.clock.Now()) ? FieldType::kTimestamp : FieldType::kVarChar;
     }
@@ -86,10 +94,14 @@ class FilterTable {
     recordset_->Update();
   }
 
+  // What does not fit its field stops the send only when the formula asks for the field.
   void SetValue(TextView field, const CellAddress& cell) {
+    const CellValue value = sheet_.Value(cell);
     try {
-      recordset_->SetValue(field, sheet_.Value(cell));
+      recordset_->SetValue(field, value);
     } catch (const RuntimeError& error) {
+      const bool asked_for = formula_.find(field) != Text::npos;
+      if (IsBlank(value) || !asked_for) return recordset_->SetValue(field, CellValue());
       throw RuntimeError(error.number(), error.description() + u" (" + A1(cell) + u")");
     }
   }
@@ -98,6 +110,7 @@ class FilterTable {
   const SendChoices& choices_;
   Sheet& sheet_;
   std::vector<Text> columns_;
+  Text formula_;
   std::unique_ptr<Recordset> recordset_;
 };
 
@@ -122,7 +135,7 @@ std::vector<Text> ScanFilterColumns(TextView message) {
   std::vector<Text> columns;
   const std::vector<Text> parts = Split(Replace(message, u"##", kMasked), u"#");
   for (std::size_t i = 1; i + 1 < parts.size(); i += 2) {
-    const Text column = Remove(parts[i], u" ");
+    const Text column = UpperCase(Remove(parts[i], u" "));
     const bool known = std::find(columns.begin(), columns.end(), column) != columns.end();
     if (IsColumn(column) && !known) columns.push_back(column);
   }
@@ -130,22 +143,26 @@ std::vector<Text> ScanFilterColumns(TextView message) {
 }
 
 Text RewriteFormula(TextView formula, const std::vector<Text>& columns) {
-  Text rewritten(formula);
-  for (const Text& column : columns) {
-    Text placeholder = u"#";
-    placeholder += column;
-    placeholder += u"#";
-    rewritten = Replace(rewritten, placeholder, FieldOf(column));
+  Text rewritten;
+  for (std::size_t at = 0; at < formula.size(); ++at) {
+    const std::size_t end = formula[at] == u'#' ? formula.find(u'#', at + 1) : TextView::npos;
+    const Text column = end == TextView::npos ? Text() : UpperCase(formula.substr(at + 1, end - at - 1));
+    if (std::find(columns.begin(), columns.end(), column) == columns.end()) {
+      rewritten.push_back(formula[at]);
+    } else {
+      rewritten += FieldOf(column);
+      at = end;
+    }
   }
   return Replace(rewritten, u"##", u"#");
 }
 
 FilteredRows FilterRows(const AddInContext& context, const SendChoices& choices, TextView formula,
                         Sheet& sheet, const std::vector<std::int32_t>& rows) {
-  FilterTable table(context, choices, sheet);
+  FilterTable table(context, choices, formula, sheet);
   if (!table.Load(rows)) return {SendOutcome::kCancelled, {}};
   Recordset& recordset = table.recordset();
-  if (!(recordset.Eof() && recordset.Bof())) recordset.SetFilter(RewriteFormula(formula, table.columns()));
+  if (!(recordset.Eof() && recordset.Bof())) recordset.SetFilter(table.formula());
   const std::int32_t count = recordset.RecordCount();
   context.progress.Close();
   if (count == 0) {

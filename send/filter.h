@@ -11,10 +11,10 @@
 namespace quorvel {
 
 // The columns that a filter formula can name: those that the message names, also beyond column Z; each once,
-// in order of appearance. A doubled "#" delimits nothing.
+// in order of appearance and in capitals. A doubled "#" delimits nothing.
 [[nodiscard]] std::vector<Text> ScanFilterColumns(TextView message);
 
-// The formula in the recordset's language: "#B#" is the field FC_B, "##" the literal "#".
+// The formula in the recordset's language: "#B#" or "#b#" is the field FC_B, "##" the literal "#".
 [[nodiscard]] Text RewriteFormula(TextView formula, const std::vector<Text>& columns);
 
 struct FilteredRows {

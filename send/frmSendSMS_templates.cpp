@@ -53,6 +53,8 @@ void frmSendSMS::PullTemplatesAndSenderIds() {
   } catch (const RuntimeError&) {
     ShowTemplateError();
   }
+  // Texts whose names were deleted go now.
+  TemplateTexts.resize(static_cast<std::size_t>(combo_display_MsgNames.list_count()));
   for (const MessageTemplate& pulled : lists.templates) {
     TemplateTexts.push_back(pulled.text);
     combo_display_MsgNames.AddItem(pulled.name);

@@ -202,9 +202,9 @@ ControlWindow::ControlWindow(Control& control, HWND dialog, int id)
     : control_(&control), dialog_(dialog), id_(id) {
   const WindowKind kind = KindOf(control);
   if (kind.window_class == nullptr) return;
-  handle_ = CreateWindowExW(kind.extended_style | WS_EX_NOPARENTNOTIFY, kind.window_class, nullptr,
-                            WS_CHILD | WS_GROUP | kind.style, 0, 0, 0, 0, dialog,
-                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
+  handle_ =
+      CreateWindowExW(kind.extended_style, kind.window_class, nullptr, WS_CHILD | WS_GROUP | kind.style, 0, 0,
+                      0, 0, dialog, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ThisModule(), nullptr);
   if (!IsTextBox(control)) return;
   if (IsRichText()) {
     PrepareRichText(handle_);

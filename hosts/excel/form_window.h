@@ -57,8 +57,9 @@ class FormWindow : public FormView, public std::enable_shared_from_this<FormWind
   INT_PTR Handle(UINT message, WPARAM first, LPARAM second);
   void Command(int id, int notification);
   void Clicked(Control& control) const;
-  void Changed(ControlWindow& window, int notification) const;
-  void TakeChoice(const ControlWindow& window);
+  void Changed(ControlWindow& window, int notification);
+  void ComboChanged(const ControlWindow& window, int notification);
+  void ListClosed(const ControlWindow& window);
   [[nodiscard]] bool Tick(WPARAM id);
   void Lost();
   // Lets go of what belongs to the windows, while they are there.
@@ -82,6 +83,8 @@ class FormWindow : public FormView, public std::enable_shared_from_this<FormWind
   bool any_changed_ = false;
   bool showing_ = false;         // Flush is at work: notifications are echoes
   bool in_focus_event_ = false;  // the focus may not be moved now
+  bool list_confirmed_ = false;  // of the list that dropped down last: closed by choosing
+  bool list_told_ = false;       // its choice was told
   bool taking_focus_ = false;    // a control is: an option button then says that it was clicked
   HWND focus_ = nullptr;         // gets the focus when the window is active again
   std::optional<InputBlock> block_;

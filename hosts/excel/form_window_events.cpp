@@ -67,7 +67,7 @@ INT_PTR FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       Lost();
       return TRUE;
     case kListClosed:
-      TakeChoice(controls_[first]);
+      ListClosed(controls_[first]);
       return TRUE;
     case WM_ACTIVATE:
       if (LOWORD(first) == WA_INACTIVE || focus_ == nullptr) return FALSE;
@@ -128,29 +128,47 @@ void FormWindow::Clicked(Control& control) const {
   }
 }
 
-void FormWindow::Changed(ControlWindow& window, int notification) const {
+void FormWindow::Changed(ControlWindow& window, int notification) {
   Control& control = window.control();
   if (control.kind() == ControlKind::kTextBox && notification == EN_CHANGE) {
     const Text text = window.ReadText();
     window.ShowDirection(text);
     static_cast<TextBox&>(control).UserType(text);
-  } else if (control.kind() == ControlKind::kComboBox && notification == CBN_SELCHANGE) {
-    static_cast<ComboBox&>(control).UserSelect(
-        static_cast<int>(SendMessageW(window.handle(), CB_GETCURSEL, 0, 0)));
-  } else if (control.kind() == ControlKind::kComboBox && notification == CBN_CLOSEUP) {
-    PostMessageW(dialog_, kListClosed, static_cast<WPARAM>(&window - controls_.data()), 0);
-  } else if (control.kind() == ControlKind::kComboBox && notification == CBN_EDITCHANGE) {
-    static_cast<ComboBox&>(control).UserType(window.ReadText());
+  } else if (control.kind() == ControlKind::kComboBox) {
+    ComboChanged(window, notification);
   }
 }
 
-// A list that is left without a choice goes back to its former one and tells nobody; a choice that was made
-// has been told by now.
-void FormWindow::TakeChoice(const ControlWindow& window) {
+void FormWindow::ComboChanged(const ControlWindow& window, int notification) {
+  auto& combo = static_cast<ComboBox&>(window.control());
+  switch (notification) {
+    case CBN_DROPDOWN:
+      list_confirmed_ = list_told_ = false;
+      return;
+    case CBN_SELENDOK:
+      list_confirmed_ = true;
+      return;
+    case CBN_SELCHANGE:
+      list_told_ = true;
+      return combo.UserSelect(static_cast<int>(SendMessageW(window.handle(), CB_GETCURSEL, 0, 0)));
+    case CBN_CLOSEUP:  // more may be told of this choice
+      PostMessageW(dialog_, kListClosed, static_cast<WPARAM>(&window - controls_.data()), 0);
+      return;
+    case CBN_EDITCHANGE:
+      return combo.UserType(window.ReadText());
+    default:
+      return;
+  }
+}
+
+// A list that is left without a choice goes back to its former one and tells nobody; and one that is left by
+// choosing the same item again may not tell of it.
+void FormWindow::ListClosed(const ControlWindow& window) {
   auto& combo = static_cast<ComboBox&>(window.control());
   if (combo.style() != ComboBox::Style::kList) return;
   const auto index = static_cast<int>(SendMessageW(window.handle(), CB_GETCURSEL, 0, 0));
-  if (index != combo.list_index()) Run([&] { combo.UserSelect(index); });
+  const bool chosen_again = list_confirmed_ && !list_told_;
+  if (chosen_again || index != combo.list_index()) Run([&] { combo.UserSelect(index); });
 }
 
 // Whether the timer is the form's: programs that look into others' windows set their own.
@@ -159,6 +177,8 @@ bool FormWindow::Tick(WPARAM id) {
   if (id < kFirstId || index >= controls_.size()) return false;
   Control& control = controls_[index].control();
   if (control.kind() != ControlKind::kTimer) return false;
+  if (IsWindowEnabled(dialog_) == FALSE)
+    return true;  // another dialog is open over it: the next tick will do
   Run([&] { static_cast<Timer&>(control).Tick(); });
   return true;
 }

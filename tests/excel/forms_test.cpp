@@ -282,21 +282,41 @@ TEST_F(Win32FormsTest, AFormEndsWithTheHostsWindow) {
   EXPECT_FALSE(form_.loaded());
 }
 
-TEST_F(Win32FormsTest, AListThatIsLeftByEscapeAndTheFormAgree) {
+TEST_F(Win32FormsTest, AListThatGoesBackToItsFormerChoiceTakesTheFormWithIt) {
+  form_.choice.set_list_index(1);
   user_.Expect(u"Sample", [&](const Dialog& dialog) {
-    dialog.Choose(u"Choice", u"First");
     const HWND choice = dialog.Field(u"Choice");
-    SetFocus(choice);
-    SendMessageW(choice, CB_SHOWDROPDOWN, TRUE, 0);
-    SendMessageW(choice, CB_SETCURSEL, 1, 0);  // tells nobody, as the return to a former choice
-    dialog.PressKey(VK_ESCAPE);
-    user_.Then([&, dialog, choice] {
-      EXPECT_EQ(SendMessageW(choice, CB_GETDROPPEDSTATE, 0, 0), FALSE);
-      EXPECT_EQ(form_.choice.list_index(), SendMessageW(choice, CB_GETCURSEL, 0, 0));
+    SendMessageW(choice, CB_SETCURSEL, 0, 0);  // tells nobody
+    const WPARAM closed = MAKEWPARAM(GetDlgCtrlID(choice), CBN_CLOSEUP);
+    SendMessageW(dialog.window(), WM_COMMAND, closed, reinterpret_cast<LPARAM>(choice));
+    user_.Then([&, dialog] {
+      EXPECT_EQ(form_.choice.list_index(), 0);
       dialog.Press(u"Leave");
     });
   });
   forms_.ShowModal(form_);
+}
+
+TEST_F(Win32FormsTest, AnItemMayBeChosenAgain) {
+  int clicks = 0;
+  form_.choice.set_list_index(0);
+  form_.choice.on_click = [&] { ++clicks; };
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
+    const HWND choice = dialog.Field(u"Choice");
+    SetFocus(choice);
+    SendMessageW(choice, CB_SHOWDROPDOWN, TRUE, 0);
+    dialog.PressKey(VK_RETURN);
+    user_.Then([&, dialog] {  // the list is closed; the form learns of it now
+      user_.Then([&, dialog] {
+        EXPECT_EQ(clicks, 1);
+        dialog.Choose(u"Choice", u"Second");
+        EXPECT_EQ(clicks, 2);
+        dialog.Press(u"Leave");
+      });
+    });
+  });
+  forms_.ShowModal(form_);
+  EXPECT_EQ(clicks, 2);
 }
 
 TEST_F(Win32FormsTest, CancelledInputAndClosedQuestionsGiveTheCancellingAnswer) {
@@ -356,14 +376,21 @@ TEST_F(Win32FormsTest, AnErrorThatLeavesAHandlerEndsTheFormAndReachesTheCaller) 
   EXPECT_FALSE(form_.loaded());
 }
 
-TEST_F(Win32FormsTest, TheTimerTicksWhileTheFormIsShown) {
+TEST_F(Win32FormsTest, TheTimerTicksWhileTheFormIsShownAndNothingOverIt) {
   int ticks = 0;
   form_.timer.on_timer = [&] {
     if (++ticks == 2) form_.Unload();
   };
   form_.timer.set_interval(10);
-  user_.Expect(u"Sample", [](const Dialog& dialog) {
+  user_.Expect(u"Sample", [&](const Dialog& dialog) {
     for (const WPARAM foreign : {1, 100, 5000}) SendMessageW(dialog.window(), WM_TIMER, foreign, 0);
+    user_.Expect(u"Ask", [&](const Dialog& ask) {
+      const WPARAM own = 100 + form_.controls().size() - 1;
+      SendMessageW(dialog.window(), WM_TIMER, own, 0);
+      EXPECT_EQ(ticks, 0);
+      ask.Press(u"OK");
+    });
+    forms_.InputBox(u"Prompt", u"Ask", u"");
   });
   forms_.ShowModal(form_);
   EXPECT_EQ(ticks, 2);

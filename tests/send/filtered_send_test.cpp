@@ -20,6 +20,7 @@ TEST(Filter, TheFormulaIsRewrittenForTheMessagesColumns) {
         Row{u"#B##C#", u"#B#=1 and #C#=2", u"#B#=1 and #C#=2"},  // the doubled mark hides both
         Row{u"#B# #C# #B#", u"#B#=#B# or #C#='##'", u"FC_B=FC_B or FC_C='#'"},
         Row{u"#B#", u"#C#=1", u"#C#=1"}, Row{u"#AB#", u"#AB#=1", u"FC_AB=1"},
+        Row{u"#b# #B#", u"#B#=#b#", u"FC_B=FC_B"}, Row{u"#B#", u"#C#B#", u"#CFC_B"},
         Row{u"##B#", u"#B#=1", u"#B#=1"}, Row{u"none", u"", u""}}) {
     EXPECT_EQ(ToUtf8(RewriteFormula(formula, ScanFilterColumns(message))), ToUtf8(rewritten));
   }
@@ -73,6 +74,23 @@ TEST_F(FilteredSendTest, ColumnsCompareByTheirType) {
                 HasSubstr("mobilenumber=" + std::string(numbers) + "&"))
         << ToUtf8(formula);
   }
+}
+
+// A formula that shows nothing leaves an empty text in its cell.
+TEST_F(FilteredSendTest, CellsThatShowNothingDecideNoTypeAndStopNoSend) {
+  for (const std::int32_t row : {1, 3}) {
+    for (const TextView column : {u"C", u"D"}) sheet().Set({column, row}, Text());
+  }
+  EXPECT_THAT(Send(u"#D#", By(u"#D#>9")).body, HasSubstr("mobilenumber=1,9876543210&"));
+  EXPECT_THAT(Send(u"#C#", By(u"#C#>##12/28/2009##")).body, HasSubstr("mobilenumber=9876543210&"));
+}
+
+TEST_F(FilteredSendTest, AValueBeyondItsFieldMattersOnlyToItsFormula) {
+  sheet().Set({u"D", 3}, 9876543210.0);
+  EXPECT_EQ(Send(u"#B# #D#", By(u"#B#='Ann'")).body,
+            RecordsBody("2", "%23B%23+%23D%23", "B%01Ann%02D%019876543210"));
+  ExpectNotSent(u"#B# #D#", By(u"#D#>9"));
+  EXPECT_THAT(ToUtf8(NewAlerts().back().message), HasSubstr("(D3)"));
 }
 
 TEST_F(FilteredSendTest, OptionsOfTheBody) {

@@ -78,12 +78,34 @@ TEST_F(TemplatesTest, AChosenNameBringsItsText) {
         EXPECT_EQ(form.txtMsg_RTB.text(), u"Hi");
         EXPECT_EQ(form.txtMsg_TemplateBox.text(), u"Hi");
         EXPECT_TRUE(form.btn_DeleteMsg.visible());
+        form.txtMsg_RTB.UserType(u"spoiled");
+        form.combo_display_MsgNames.UserSelect(1);
+        EXPECT_EQ(form.txtMsg_RTB.text(), u"Hi") << "chosen once more, it comes once more";
         form.txtMsg_TemplateBox.UserType(u"Hi there");
         EXPECT_EQ(form.txtMsg_RTB.text(), u"Hi");
         form.btn_addTemplateToMsgBox.UserPress();
         EXPECT_EQ(form.txtMsg_RTB.text(), u"Hi there");
       },
       kThree);
+}
+
+TEST_F(TemplatesTest, APullAfterADeletionPairsNamesAndTextsAgain) {
+  WithSendForm([&](frmSendSMS& form) {
+    form.txtMsg_RTB.UserType(u"mine");
+    form.txt_MsgName.UserType(u"Mine");
+    internet_.Answer("Saved!");
+    form.SaveMsgText.UserPress();
+    form.combo_display_MsgNames.UserSelect(0);
+    forms_.AnswerNext(Answer::kYes);
+    internet_.Answer("Successfully Deleted!!!");
+    form.btn_DeleteMsg.UserPress();
+    form.chkBox_SaveMsg.UserSet(false);
+    internet_.Answer(kThree);
+    form.btn_getTemplates.UserPress();
+    ASSERT_EQ(form.combo_display_MsgNames.list_count(), 3);
+    form.combo_display_MsgNames.UserSelect(0);
+    EXPECT_EQ(form.txtMsg_RTB.text(), u"first");
+  });
 }
 
 TEST_F(TemplatesTest, PullsOnceWhoeverAsks) {

@@ -190,6 +190,9 @@ TEST_F(RowScheduleTest, ACellThatIsNoDateSendsNothing) {
     const std::vector<Alert> alerts = NewAlerts();
     ASSERT_EQ(alerts.size(), 1U);
     EXPECT_EQ(alerts[0].message, u"Invalid Date at B2\r\nPlease check...");
+    // Unicode goes out at once: nobody asks for its dates.
+    EXPECT_THAT(Send(u"\u0416", ByColumn()).body, HasSubstr("mobilenumber=1,2&message=0416&"));
+    NewAlerts();
   }
 }
 
