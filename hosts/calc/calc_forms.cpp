@@ -89,7 +89,7 @@ void CalcForms::SetFrame(const Reference<css::frame::XFrame>& frame) {
 
 DialogView::Peer CalcForms::Top() const {
   for (auto view = views_.rbegin(); view != views_.rend(); ++view) {
-    if (!(*view)->closed() && !(*view)->standing_back()) return (*view)->peer();
+    if (!(*view)->closed() && (*view)->visible()) return (*view)->peer();
   }
   if (!frame_.is()) throw ObjectNotSet();
   return AskingCalc([this] { return DialogView::Peer(frame_->getContainerWindow(), UNO_QUERY_THROW); });
@@ -111,10 +111,17 @@ void CalcForms::Show(Form& form) {
 void CalcForms::ShowModal(Form& form) {
   for (const auto& view : views_) view->Flush();
   DialogView& view = Open(form);
-  if (form.loaded()) AskingCalc([&view] { view.Run(); });
-  const auto mine =
-      std::find_if(views_.begin(), views_.end(), [&view](const auto& other) { return other.get() == &view; });
-  views_.erase(mine);
+  try {
+    if (form.loaded()) AskingCalc([&view] { view.Run(); });
+  } catch (...) {
+    Drop(view);
+    throw;
+  }
+  Drop(view);
+}
+
+void CalcForms::Drop(const DialogView& view) {
+  std::erase_if(views_, [&view](const auto& other) { return other.get() == &view; });
 }
 
 Answer CalcForms::MsgBox(TextView prompt, int style, TextView title) {
@@ -134,8 +141,9 @@ Text CalcForms::InputBox(TextView prompt, TextView title, TextView initial) {
   return form.answer();
 }
 
+// A pointer that keeps its shape is no reason to end anything.
 void CalcForms::SetPointer(Pointer pointer) {
-  AskingCalc([&] {
+  AtEntry("pointer", [&] {
     const auto shape = CreateService<css::awt::XPointer>(context_, "com.sun.star.awt.Pointer");
     shape->setType(pointer == Pointer::kBusy ? css::awt::SystemPointer::WAIT
                                              : css::awt::SystemPointer::ARROW);
@@ -151,9 +159,17 @@ void CalcForms::Yield() {
 
 void CalcForms::RunEvents() {
   for (const auto& view : views_) view->Flush();
+  DialogView* const busy = Busy();
+  if (busy != nullptr) AtEntry("dialog", [busy] { busy->SetInput(false); });
   AtEntry("events", [this] { toolkit_->processEventsToIdle(); });
+  if (busy != nullptr) AtEntry("dialog", [busy] { busy->SetInput(true); });
   DropClosed();
   next_events_ = clock_.Ticks() + kEventsInterval;
+}
+
+DialogView* CalcForms::Busy() const {
+  if (views_.empty() || !views_.back()->running() || !views_.back()->busy()) return nullptr;
+  return views_.back().get();
 }
 
 // Windows are not destroyed inside their own events, but here; a modal one by whoever runs it.

@@ -36,6 +36,9 @@ class CalcForms : public Forms {
  private:
   DialogView& Open(Form& form);
   void DropClosed();
+  void Drop(const DialogView& view);
+  // The dialog on top, if one of its event handlers runs; else null.
+  [[nodiscard]] DialogView* Busy() const;
   // The window that a new one stands over. Throws RuntimeError when there is none.
   [[nodiscard]] DialogView::Peer Top() const;
 

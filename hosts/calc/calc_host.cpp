@@ -8,6 +8,7 @@
 #include "hosts/calc/frame_bars.h"
 #include "hosts/calc/uno_errors.h"
 #include "hosts/calc/uno_properties.h"
+#include "hosts/calc/window_lock.h"
 
 namespace quorvel {
 
@@ -23,12 +24,6 @@ bool ShowsSpreadsheets(const Context& context, const Reference<css::frame::XFram
   } catch (const css::uno::Exception&) {  // a window that belongs to no module
     return false;
   }
-}
-
-Reference<css::uno::XInterface> DocumentIn(const Reference<css::frame::XFrame>& frame) {
-  const auto controller = frame->getController();
-  if (!controller.is()) return {};
-  return controller->getModel();
 }
 
 }  // namespace
@@ -72,7 +67,8 @@ void CalcHost::Run(const rtl::OUString& url, const Reference<css::frame::XFrame>
   for (const BarLayout& layout : BarLayouts(application_.bars())) {
     for (const BarCommand& command : layout.commands) {
       if (ToUno(command.url) != url || !command.control->enabled) continue;
-      const CloseGuard guard(context_, DocumentIn(frame));
+      const CloseGuard guard(context_, frame);
+      const WindowLock lock(context_, frame);
       running_ = true;
       PublishStates();
       application_.SetFrame(frame);

@@ -39,7 +39,8 @@ CalcSheet::~CalcSheet() {
 
 css::table::CellRangeAddress CalcSheet::UsedRange() const {
   const Reference<css::sheet::XUsedAreaCursor> cursor(sheet_->createCursor(), UNO_QUERY_THROW);
-  cursor->gotoEndOfUsedArea(false);
+  cursor->gotoStartOfUsedArea(false);
+  cursor->gotoEndOfUsedArea(true);
   return Reference<css::sheet::XCellRangeAddressable>(cursor, UNO_QUERY_THROW)->getRangeAddress();
 }
 
@@ -68,6 +69,8 @@ Reference<css::table::XCell> CalcSheet::Cell(const Position& position) const {
 }
 
 const ColumnBlock& CalcSheet::Block(const Position& position) {
+  if (!watch_) watch_.emplace(sheet_, UsedRange());
+  if (watch_->TakeChange()) blocks_.clear();
   const auto found = blocks_.find(position.column);
   const bool known = found != blocks_.end();
   if (known && found->second.Holds(position.row)) return found->second;

@@ -7,15 +7,17 @@
 #include <com/sun/star/table/CellRangeAddress.hpp>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "hosts/calc/calc_cells.h"
+#include "hosts/calc/change_watch.h"
 #include "hosts/calc/column_block.h"
 #include "hosts/calc/main_thread.h"
 #include "platform/workbook.h"
 
 namespace quorvel {
 
-// A sheet of an open document, read as it was when its rows were first asked for: rows are fetched ahead.
+// A sheet of an open document. Rows are fetched ahead, and anew when the sheet has changed.
 class CalcSheet : public Sheet {
  public:
   CalcSheet(const Context& context, const css::uno::Reference<css::frame::XController>& controller,
@@ -53,6 +55,7 @@ class CalcSheet : public Sheet {
   CellReader reader_;
   std::int32_t row_limit_ = 0;
   std::int32_t column_limit_ = 0;
+  std::optional<ChangeWatch> watch_;            // of the cells in blocks_
   std::map<std::int32_t, ColumnBlock> blocks_;  // by column, from 0
   bool repaint_locked_ = false;
 };

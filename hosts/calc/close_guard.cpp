@@ -4,6 +4,7 @@
 #include <com/sun/star/util/CloseVetoException.hpp>
 #include <cppuhelper/implbase1.hxx>
 
+#include "hosts/calc/document_frames.h"
 #include "hosts/calc/uno_errors.h"
 #include "hosts/calc/uno_properties.h"
 
@@ -33,20 +34,27 @@ class CloseVeto : public cppu::WeakImplHelper1<css::util::XCloseListener> {
 
 }  // namespace
 
-CloseGuard::CloseGuard(const Context& context, const css::uno::Reference<css::uno::XInterface>& document)
+CloseGuard::CloseGuard(const Context& context, const css::uno::Reference<css::frame::XFrame>& frame)
     : desktop_(CreateService<css::frame::XDesktop>(context, "com.sun.star.frame.Desktop")),
-      document_(document, css::uno::UNO_QUERY),
       terminate_veto_(new TerminateVeto),
       close_veto_(new CloseVeto) {
   desktop_->addTerminateListener(terminate_veto_);
-  if (document_.is()) document_->addCloseListener(close_veto_);
+  Guard(DocumentIn(frame));
+  for (const auto& shown : DocumentFrames(context, frame)) Guard(shown);
 }
 
 CloseGuard::~CloseGuard() {
   AtEntry("close guard", [this] {
     desktop_->removeTerminateListener(terminate_veto_);
-    if (document_.is()) document_->removeCloseListener(close_veto_);
+    for (const auto& guarded : guarded_) guarded->removeCloseListener(close_veto_);
   });
+}
+
+void CloseGuard::Guard(const css::uno::Reference<css::uno::XInterface>& closeable) {
+  const css::uno::Reference<css::util::XCloseBroadcaster> guarded(closeable, css::uno::UNO_QUERY);
+  if (!guarded.is()) return;
+  guarded->addCloseListener(close_veto_);
+  guarded_.push_back(guarded);
 }
 
 }  // namespace quorvel

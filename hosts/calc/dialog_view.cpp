@@ -9,6 +9,7 @@
 #include <com/sun/star/awt/XTextComponent.hpp>
 #include <com/sun/star/awt/XUnitConversion.hpp>
 #include <com/sun/star/awt/XWindow.hpp>
+#include <com/sun/star/awt/XWindow2.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/lang/XComponent.hpp>
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
@@ -180,6 +181,14 @@ void DialogView::Show() {
   modeless_ = true;
   Window(owner_)->setEnable(false);
   Window(dialog_)->setVisible(true);
+}
+
+bool DialogView::visible() const {
+  return Reference<css::awt::XWindow2>(dialog_, UNO_QUERY_THROW)->isVisible();
+}
+
+void DialogView::SetInput(bool input) {
+  Window(dialog_)->setEnable(input);
 }
 
 void DialogView::Run() {

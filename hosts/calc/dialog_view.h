@@ -41,10 +41,17 @@ class DialogView : public FormView, private UserActions {
   // from all other windows, which some toolkits take to the letter.
   void StandBack();
 
+  // Whether an event handler of the form runs that the user began.
+  [[nodiscard]] bool busy() const { return handling_ == Handling::kUser; }
+  // Whether its window takes input. The user's doings go unheeded while a handler runs, but the toolkit
+  // would end the dialog by itself.
+  void SetInput(bool input);
+
   [[nodiscard]] Peer peer() const;
   [[nodiscard]] bool closed() const { return form_ == nullptr; }
   [[nodiscard]] bool running() const { return running_; }
-  [[nodiscard]] bool standing_back() const { return standing_back_; }
+  // False while it stands back, and when the toolkit has ended the dialog under an event handler.
+  [[nodiscard]] bool visible() const;
   void SetPointer(const css::uno::Reference<css::awt::XPointer>& pointer);
 
  private:

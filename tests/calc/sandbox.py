@@ -3,6 +3,7 @@
 import json
 import os
 import re
+import signal
 import subprocess
 import urllib.request
 
@@ -37,7 +38,20 @@ class Sandbox:
     def fail(self, rules):
         self.ask("/_sandbox/fail", rules.encode())
 
+    def pause(self):
+        """Requests arrive, but nobody answers them until resume()."""
+        self.process.send_signal(signal.SIGSTOP)
+
+    def has_unread(self):
+        with open("/proc/net/tcp", encoding="ascii") as table:
+            rows = [line.split() for line in table][1:]
+        return any(row[1].endswith(f":{self.port:04X}") and int(row[4].split(":")[1], 16) > 0 for row in rows)
+
+    def resume(self):
+        self.process.send_signal(signal.SIGCONT)
+
     def stop(self):
+        self.resume()
         self.process.terminate()
         self.process.wait(LIMIT)
         self.process.stdout.close()
