@@ -100,7 +100,7 @@ class FilterTable {
     try {
       recordset_->SetValue(field, value);
     } catch (const RuntimeError& error) {
-      const bool asked_for = formula_.find(field) != Text::npos;
+      const bool asked_for = UpperCase(formula_).find(field) != Text::npos;
       if (IsBlank(value) || !asked_for) return recordset_->SetValue(field, CellValue());
       throw RuntimeError(error.number(), error.description() + u" (" + A1(cell) + u")");
     }

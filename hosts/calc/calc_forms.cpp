@@ -126,10 +126,9 @@ void CalcForms::Drop(const DialogView& view) {
 
 Answer CalcForms::MsgBox(TextView prompt, int style, TextView title) {
   for (const auto& view : views_) view->Flush();
-  const DialogView::Peer owner = Top();
   return AskingCalc([&] {
     const auto factory = CreateService<css::awt::XMessageBoxFactory>(context_, "com.sun.star.awt.Toolkit");
-    const auto box = factory->createMessageBox(owner, BoxType(style), BoxButtons(style), ToUno(title),
+    const auto box = factory->createMessageBox(Top(), BoxType(style), BoxButtons(style), ToUno(title),
                                                ToUno(ShownText(prompt)));
     return BoxAnswer(box->execute(), style);
   });

@@ -34,10 +34,14 @@ class CloseVeto : public cppu::WeakImplHelper1<css::util::XCloseListener> {
 
 }  // namespace
 
-CloseGuard::CloseGuard(const Context& context, const css::uno::Reference<css::frame::XFrame>& frame)
+CloseGuard::CloseGuard(const Context& context)
     : desktop_(CreateService<css::frame::XDesktop>(context, "com.sun.star.frame.Desktop")),
       terminate_veto_(new TerminateVeto),
-      close_veto_(new CloseVeto) {
+      close_veto_(new CloseVeto) {}
+
+// Constructed by the other one, it lets go of what it holds also when a window has gone meanwhile.
+CloseGuard::CloseGuard(const Context& context, const css::uno::Reference<css::frame::XFrame>& frame)
+    : CloseGuard(context) {
   desktop_->addTerminateListener(terminate_veto_);
   Guard(DocumentIn(frame));
   for (const auto& shown : DocumentFrames(context, frame)) Guard(shown);

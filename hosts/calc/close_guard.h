@@ -21,6 +21,8 @@ class CloseGuard {
   ~CloseGuard();
 
  private:
+  // Guards nothing yet.
+  explicit CloseGuard(const Context& context);
   void Guard(const css::uno::Reference<css::uno::XInterface>& closeable);
 
   css::uno::Reference<css::frame::XDesktop> desktop_;

@@ -57,7 +57,8 @@ class Refusal : public cppu::WeakImplHelper1<css::frame::XDispatchProviderInterc
 
 }  // namespace
 
-WindowLock::WindowLock(const Context& context, const Reference<css::frame::XFrame>& frame) {
+// Constructed by the other one, it unlocks what it has locked also when a window has gone meanwhile.
+WindowLock::WindowLock(const Context& context, const Reference<css::frame::XFrame>& frame) : WindowLock() {
   for (const Reference<css::frame::XFrame>& shown : DocumentFrames(context, frame)) {
     const Reference<css::awt::XWindow> other = shown == frame ? nullptr : shown->getContainerWindow();
     const Locked& locked = locked_.emplace_back(Locked{other, {shown, UNO_QUERY_THROW}, new Refusal});

@@ -29,6 +29,8 @@ class WindowLock {
     css::uno::Reference<css::frame::XDispatchProviderInterceptor> refusal;
   };
 
+  WindowLock() = default;
+
   std::vector<Locked> locked_;
 };
 

@@ -59,6 +59,8 @@ class FormWindow : public FormView, public std::enable_shared_from_this<FormWind
   void Clicked(Control& control) const;
   void Changed(ControlWindow& window, int notification);
   void ComboChanged(const ControlWindow& window, int notification);
+  // The control of that index, if it is of that kind; else null: other programs send messages, too.
+  [[nodiscard]] ControlWindow* Find(WPARAM index, ControlKind kind);
   void ListClosed(const ControlWindow& window);
   [[nodiscard]] bool Tick(WPARAM id);
   void Lost();

@@ -67,7 +67,7 @@ INT_PTR FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       Lost();
       return TRUE;
     case kListClosed:
-      ListClosed(controls_[first]);
+      if (const ControlWindow* const combo = Find(first, ControlKind::kComboBox)) ListClosed(*combo);
       return TRUE;
     case WM_ACTIVATE:
       if (LOWORD(first) == WA_INACTIVE || focus_ == nullptr) return FALSE;
@@ -161,6 +161,11 @@ void FormWindow::ComboChanged(const ControlWindow& window, int notification) {
   }
 }
 
+ControlWindow* FormWindow::Find(WPARAM index, ControlKind kind) {
+  const bool known = index < controls_.size() && controls_[index].control().kind() == kind;
+  return known ? &controls_[index] : nullptr;
+}
+
 // A list that is left without a choice goes back to its former one and tells nobody; and one that is left by
 // choosing the same item again may not tell of it.
 void FormWindow::ListClosed(const ControlWindow& window) {
@@ -173,13 +178,11 @@ void FormWindow::ListClosed(const ControlWindow& window) {
 
 // Whether the timer is the form's: programs that look into others' windows set their own.
 bool FormWindow::Tick(WPARAM id) {
-  const WPARAM index = id - kFirstId;
-  if (id < kFirstId || index >= controls_.size()) return false;
-  Control& control = controls_[index].control();
-  if (control.kind() != ControlKind::kTimer) return false;
+  ControlWindow* const timer = Find(id - kFirstId, ControlKind::kTimer);
+  if (timer == nullptr) return false;
   if (IsWindowEnabled(dialog_) == FALSE)
     return true;  // another dialog is open over it: the next tick will do
-  Run([&] { static_cast<Timer&>(control).Tick(); });
+  Run([&] { static_cast<Timer&>(timer->control()).Tick(); });
   return true;
 }
 

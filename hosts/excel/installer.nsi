@@ -12,8 +12,8 @@ Target amd64-unicode
 !endif
 SetCompressor /SOLID lzma
 AllowSkipFiles off
-FileErrorText "Cannot write$\r$\n$\r$\n$0$\r$\n$\r$\nIf Microsoft Excel is open, close it and click Retry." \
-  "Cannot write$\r$\n$\r$\n$0$\r$\n$\r$\nIf Microsoft Excel is open, close it and click Retry."
+!define CLOSE_EXCEL "$\r$\n$\r$\nIf Microsoft Excel is open, close it and click Retry."
+FileErrorText "" "Cannot write$\r$\n$\r$\n$0${CLOSE_EXCEL}"
 
 !include "LogicLib.nsh"
 !include "MUI2.nsh"
@@ -128,7 +128,7 @@ Section "Uninstall"
     ${IfNot} ${Errors}
       ${ExitDo}
     ${EndIf}
-    ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Cannot delete the add-in's files in$\r$\n$\r$\n$INSTDIR$\r$\n$\r$\nIf Microsoft Excel is open, close it and click Retry." /SD IDCANCEL IDCANCEL`
+    ${If} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Cannot delete the add-in's files in$\r$\n$\r$\n$INSTDIR${CLOSE_EXCEL}" /SD IDCANCEL IDCANCEL`
       !insertmacro Fail "The add-in's files could not be deleted. Close Microsoft Excel and uninstall once more."
     ${EndIf}
   ${Loop}

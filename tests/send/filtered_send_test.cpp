@@ -89,8 +89,11 @@ TEST_F(FilteredSendTest, AValueBeyondItsFieldMattersOnlyToItsFormula) {
   sheet().Set({u"D", 3}, 9876543210.0);
   EXPECT_EQ(Send(u"#B# #D#", By(u"#B#='Ann'")).body,
             RecordsBody("2", "%23B%23+%23D%23", "B%01Ann%02D%019876543210"));
-  ExpectNotSent(u"#B# #D#", By(u"#D#>9"));
-  EXPECT_THAT(ToUtf8(NewAlerts().back().message), HasSubstr("(D3)"));
+  for (const TextView formula : {u"#D#>9", u"fc_d>9"}) {
+    forms_.AnswerNext(formula);
+    ExpectNotSent(u"#B# #D#", ChooseFilter);
+    EXPECT_THAT(ToUtf8(NewAlerts().back().message), HasSubstr("(D3)"));
+  }
 }
 
 TEST_F(FilteredSendTest, OptionsOfTheBody) {
